@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Result.h"
+
+#include <functional>
+
+/// Everything that moves, copies, trashes or creates on the user's disk.
+///
+/// Nothing is ever overwritten, no symbolic link is followed out of a tree, and what is asked
+/// for happens whole or not at all. An item is refused when its folder is not an absolute path
+/// (a leading "~" is expanded first) or when its name is empty, ".", ".." or holds a "/".
+namespace FileTree {
+
+/// Something by its name inside a folder.
+struct Item
+{
+    QString folder;
+    QString name;
+};
+
+struct CopyProgress
+{
+    qint64 bytesDone = 0;
+    qint64 bytesTotal = 0; ///< 0 while the source is still being counted
+};
+
+/// Called in the thread that asked for the copy, several times a second until it ends.
+using ProgressHandler = std::function<void(const CopyProgress &)>;
+
+/// Whether a file or folder is there; a symbolic link counts as what it leads to.
+bool exists(const QString &path);
+
+/// Makes one folder inside an existing one.
+Outcome createFolder(const QString &path);
+
+/// One rename within a file system, whatever the tree's size. Across file systems the copy is
+/// whole and on the disk before it gets its name, and has its name before the source goes.
+/// Refused when the destination exists or lies inside the source.
+Outcome move(const Item &source, const Item &destination);
+
+/// Copies a file or a tree with its permissions, modification times, extended attributes and
+/// symbolic links (as links). Fifos, sockets and devices are left out. The copy grows under a
+/// hidden temporary name in the destination's folder. Refused like a move.
+Outcome copy(const Item &source, const Item &destination, const ProgressHandler &progress = {});
+
+/// Moves the item to the desktop's trash, from where the file manager can restore it. When that
+/// fails the item stays where it was.
+Outcome trash(const Item &item);
+
+} // namespace FileTree

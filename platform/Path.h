@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+/// Paths as text, with "/" between their components. Nothing here looks at the disk.
+namespace Path {
+
+/// The part after the final "/", a trailing "/" ignored: "Glow" of "/a/Glow/". Of the root it
+/// is "/", of nothing it is empty.
+QString lastComponent(const QString &path);
+
+/// The path without its last component and the "/" before it: "/a" of "/a/Glow/". The root
+/// stays the root; of a single component it is empty.
+QString withoutLastComponent(const QString &path);
+
+/// The part of the last component after its final ".": empty when there is no ".".
+QString extension(const QString &path);
+
+/// The path without its extension and the "." before it.
+QString withoutExtension(const QString &path);
+
+/// Both with exactly one "/" between them; the folder alone when the component is empty.
+QString joined(const QString &folder, const QString &component);
+
+/// A leading "~" as the home folder of this moment; every other path as it is.
+QString expandingTilde(const QString &path);
+
+} // namespace Path

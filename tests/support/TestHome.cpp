@@ -1,0 +1,78 @@
+#include "TestHome.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+TestHome::TestHome()
+{
+    const QByteArray home = m_folder.path().toUtf8();
+    qputenv("HOME", home);
+    qputenv("XDG_CONFIG_HOME", home + "/.config");
+    qputenv("XDG_DATA_HOME", home + "/.local/share");
+    qputenv("XDG_CACHE_HOME", home + "/.cache");
+}
+
+QString TestHome::path(const QString &relative) const
+{
+    return relative.isEmpty() ? m_folder.path() : m_folder.filePath(relative);
+}
+
+QString TestHome::makeFolder(const QString &relative) const
+{
+    if (!QDir().mkpath(path(relative)))
+        qFatal("cannot make a folder for the test");
+    return path(relative);
+}
+
+QString TestHome::makeFile(const QString &relative, const QByteArray &content) const
+{
+    makeFolder(QFileInfo(relative).path());
+    QFile file(path(relative));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot make a file for the test");
+    return path(relative);
+}
+
+QByteArray TestHome::read(const QString &relative) const
+{
+    QFile file(path(relative));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool TestHome::exists(const QString &relative) const
+{
+    const QFileInfo info(path(relative));
+    return info.exists() || info.isSymLink();
+}
+
+QStringList TestHome::names(const QString &relative) const
+{
+    return QDir(path(relative)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+QMap<QString, QByteArray> TestHome::snapshot() const
+{
+    QMap<QString, QByteArray> items;
+    QDirIterator walk(path(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        const QFileInfo info(walk.next());
+        QByteArray state = QByteArray::number(info.permissions().toInt(), 16);
+        if (info.isSymLink()) {
+            state = "link to " + info.symLinkTarget().toUtf8();
+        } else if (info.isFile()) {
+            QFile file(info.filePath());
+            QCryptographicHash hash(QCryptographicHash::Sha256);
+            if (file.open(QIODevice::ReadOnly))
+                hash.addData(&file);
+            state += ' ' + QByteArray::number(info.lastModified().toMSecsSinceEpoch()) + ' '
+                     + hash.result().toHex();
+        }
+        items.insert(QDir(path()).relativeFilePath(info.filePath()), state);
+    }
+    return items;
+}

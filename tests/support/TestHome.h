@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+#include <QTemporaryDir>
+#include <QTest>
+
+/// A home folder of its own for one test: HOME and the XDG folders lead into it for as long as
+/// it lives, and it is removed with everything in it.
+class TestHome
+{
+public:
+    TestHome();
+
+    [[nodiscard]] QString path(const QString &relative = {}) const;
+
+    /// Each makes the folders on the way to it, and answers the full path.
+    QString makeFolder(const QString &relative) const;
+    QString makeFile(const QString &relative, const QByteArray &content = "content") const;
+
+    [[nodiscard]] QByteArray read(const QString &relative) const;
+    [[nodiscard]] bool exists(const QString &relative) const;
+    /// The names inside a folder, hidden ones included, sorted.
+    [[nodiscard]] QStringList names(const QString &relative) const;
+
+    /// Every item under the home by its relative path, with what it is, its mode, its time and
+    /// its content or target: two equal ones mean that nothing was touched in between.
+    [[nodiscard]] QMap<QString, QByteArray> snapshot() const;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// The main function of every test: off screen unless QT_QPA_PLATFORM says otherwise, away from
+/// the home and the settings of whoever runs it, with `Application` (QCoreApplication or
+/// QApplication) around it.
+template <class Application, class Test>
+int runTest(int argc, char *argv[])
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const TestHome home;
+    Application application(argc, argv);
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}
