@@ -1,0 +1,56 @@
+#pragma once
+
+#include "XmlEncoding.h"
+#include "platform/Result.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <pugixml.hpp>
+
+#include <optional>
+
+/// A Motion file in memory: the whole XML tree, and what it takes to write it back in kind.
+///
+/// Texts and attribute values in the tree are as XML reads them: references resolved, line ends
+/// normalised. Blanks between elements are not in it; blanks that are the only content of an
+/// element, or that stand beside other text, are.
+class ProjectDocument
+{
+public:
+    ProjectDocument(pugi::xml_document tree, XmlEncoding encoding, QByteArray declaration)
+        : m_tree(std::move(tree)), m_encoding(encoding), m_declaration(std::move(declaration))
+    {
+    }
+
+    [[nodiscard]] pugi::xml_node tree() const { return m_tree; }
+    [[nodiscard]] pugi::xml_node root() const { return m_tree.document_element(); }
+    [[nodiscard]] XmlEncoding encoding() const { return m_encoding; }
+
+    /// The XML declaration as it stands in the file; empty when it has none.
+    [[nodiscard]] const QByteArray &declaration() const { return m_declaration; }
+
+private:
+    pugi::xml_document m_tree;
+    XmlEncoding m_encoding;
+    QByteArray m_declaration;
+};
+
+/// Reads the whole file. There is no document when it is no regular file (a fifo or a device is
+/// not waited for), is not well-formed XML in UTF-8 or UTF-16, has a document type with an
+/// internal subset, or nests deeper than anything that Motion writes. Nothing outside the file is
+/// ever read.
+Result<ProjectDocument> openProjectDocument(const QString &path);
+
+/// The string values of all nodes that an XPath 1.0 query finds, in document order; the root
+/// element is the context node. Empty without a document, and when the query is none.
+QStringList nodeValues(const Result<ProjectDocument> &document, const QString &query);
+
+/// Nothing when the list is empty: the action that needs the value ends there.
+std::optional<QString> firstValue(const QStringList &values);
+
+/// Writes the document pretty-printed, in the encoding that it was read in. The file is replaced
+/// whole once everything is on the disk, or stays as it was; of a symbolic link the target is
+/// replaced. What is marked read-only is not written.
+Outcome saveProjectDocument(const ProjectDocument &document, const QString &path);
