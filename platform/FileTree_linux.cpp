@@ -1,0 +1,166 @@
+#include "FileDescriptor.h"
+#include "FileTree_p.h"
+
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/xattr.h>
+
+#include <algorithm>
+#include <cstring>
+#include <tuple>
+
+namespace FileTree::Native {
+
+namespace {
+
+// Short enough for a report of the progress between two of them on a slow disk.
+constexpr qint64 chunkSize = 1 << 20;
+
+/// Repeats a call for as long as signals interrupt it.
+template <class Call>
+ssize_t uninterrupted(const Call &call)
+{
+    for (;;) {
+        const ssize_t result = call();
+        if (result >= 0 || errno != EINTR)
+            return result;
+    }
+}
+
+int copyThroughMemory(int from, int to, qint64 size, const Advance &advance)
+{
+    QByteArray buffer(qsizetype(std::min(size, chunkSize)), Qt::Uninitialized);
+    for (ssize_t got = 0; size > 0; size -= got) {
+        got = uninterrupted([&] { return ::read(from, buffer.data(), size_t(buffer.size())); });
+        if (got <= 0)
+            return got == 0 ? 0 : errno;
+        for (ssize_t put = 0, written = 0; put < got; put += written) {
+            written = uninterrupted(
+                [&] { return ::write(to, buffer.constData() + put, size_t(got - put)); });
+            if (written < 0)
+                return errno;
+        }
+        if (!advance(got))
+            return ECANCELED;
+    }
+    return 0;
+}
+
+int copyContent(int from, int to, qint64 size, const Advance &advance)
+{
+    if (::ioctl(to, FICLONE, from) == 0)
+        return advance(size) ? 0 : ECANCELED;
+    while (size > 0) {
+        const ssize_t copied = uninterrupted([&] {
+            return ::copy_file_range(from, nullptr, to, nullptr, size_t(std::min(size, chunkSize)),
+                                     0);
+        });
+        if (copied <= 0) // not between these two file systems, or an error that shows again
+            return copyThroughMemory(from, to, size, advance);
+        size -= copied;
+        if (!advance(copied))
+            return ECANCELED;
+    }
+    return 0;
+}
+
+/// Errors that say no more than that this file system keeps no such thing, or not for this user.
+bool isUnsupported(int error)
+{
+    return error == ENOTSUP || error == EPERM || error == EACCES || error == EINVAL ||
+           error == ENOSYS;
+}
+
+int copyExtendedAttributes(int from, int to)
+{
+    const ssize_t length = ::flistxattr(from, nullptr, 0);
+    if (length <= 0)
+        return length == 0 || errno == ENOTSUP ? 0 : errno;
+    QByteArray names(length, Qt::Uninitialized);
+    names.truncate(std::max<ssize_t>(::flistxattr(from, names.data(), size_t(length)), 0));
+    QByteArray value(XATTR_SIZE_MAX, Qt::Uninitialized);
+    for (qsizetype start = 0; start < names.size(); start = names.indexOf('\0', start) + 1) {
+        const char *name = names.constData() + start;
+        const ssize_t size = ::fgetxattr(from, name, value.data(), size_t(value.size()));
+        if (size >= 0 && ::fsetxattr(to, name, value.constData(), size_t(size), 0) == 0)
+            continue;
+        const bool isTheUsers = std::strncmp(name, "user.", 5) == 0;
+        if (errno != ENODATA && errno != ENOTSUP && (isTheUsers || !isUnsupported(errno)))
+            return errno;
+    }
+    return 0;
+}
+
+int copyAttributes(int from, const struct stat &status, int to)
+{
+    mode_t mode = status.st_mode & 07777;
+    if (::fchown(to, status.st_uid, status.st_gid) != 0)
+        mode &= ~mode_t(S_ISUID | S_ISGID); // not for another owner
+    // Before the mode, which may forbid them; the mode keeps an access list as it is.
+    if (const int error = copyExtendedAttributes(from, to))
+        return error;
+    if (::fchmod(to, mode) != 0 && !isUnsupported(errno))
+        return errno;
+    const timespec times[] = {status.st_atim, status.st_mtim};
+    return ::futimens(to, times) == 0 || isUnsupported(errno) ? 0 : errno;
+}
+
+} // namespace
+
+int renameNoReplace(const Place &from, const Place &to)
+{
+    const bool done = ::renameat2(from.folder, from.name.constData(), to.folder,
+                                  to.name.constData(), RENAME_NOREPLACE) == 0;
+    return done ? 0 : errno;
+}
+
+int copyFile(int from, const struct stat &status, const Place &to, const Advance &advance)
+{
+    FileDescriptor copy(::openat(to.folder, to.name.constData(),
+                                 O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                                 S_IRUSR | S_IWUSR));
+    if (!copy)
+        return errno;
+    if (const int error = copyContent(from, copy.get(), status.st_size, advance))
+        return error;
+    if (const int error = copyAttributes(from, status, copy.get()))
+        return error;
+    return copy.close();
+}
+
+int copyFolderAttributes(int from, const struct stat &status, int to)
+{
+    return copyAttributes(from, status, to);
+}
+
+int copyLinkAttributes(const struct stat &status, const Place &to)
+{
+    const char *name = to.name.constData();
+    // Only root may give it away, and nobody else needs to.
+    std::ignore = ::fchownat(to.folder, name, status.st_uid, status.st_gid, AT_SYMLINK_NOFOLLOW);
+    const timespec times[] = {status.st_atim, status.st_mtim};
+    const bool done = ::utimensat(to.folder, name, times, AT_SYMLINK_NOFOLLOW) == 0;
+    return done || isUnsupported(errno) ? 0 : errno;
+}
+
+void dropInheritance(int folder)
+{
+    ::fchmod(folder, S_IRWXU); // the group's bit
+    ::fremovexattr(folder, "system.posix_acl_default");
+    ::fremovexattr(folder, "system.posix_acl_access");
+}
+
+int flushFileSystem(int folder)
+{
+    // One journal commit for the whole tree instead of one for each of its files.
+    return ::syncfs(folder) == 0 ? 0 : errno;
+}
+
+int flushFolder(int folder)
+{
+    // A file system that cannot flush a folder says EINVAL.
+    return ::fsync(folder) == 0 || errno == EINVAL ? 0 : errno;
+}
+
+} // namespace FileTree::Native

@@ -1,0 +1,190 @@
+#include "TreeCopy.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+
+#include <chrono>
+#include <climits>
+#include <future>
+#include <system_error>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace FileTree {
+
+namespace {
+
+constexpr auto reportInterval = 25ms;
+
+// Below this a second thread costs more than it gives.
+constexpr size_t manyEntries = 64;
+constexpr qint64 manyBytes = 16 << 20;
+
+int copyLink(const Place &from, const Place &to)
+{
+    struct stat status = {};
+    QByteArray target(PATH_MAX, Qt::Uninitialized);
+    const ssize_t length =
+        ::readlinkat(from.folder, from.name.constData(), target.data(), size_t(target.size()));
+    if (length < 0 ||
+        ::fstatat(from.folder, from.name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return errno;
+    target.truncate(length);
+    if (::symlinkat(target.constData(), to.folder, to.name.constData()) != 0)
+        return errno;
+    return Native::copyLinkAttributes(status, to);
+}
+
+} // namespace
+
+TreeCopy::TreeCopy(Place from, Place to, const ProgressHandler &progress)
+    : m_from(std::move(from)), m_to(std::move(to)), m_progress(progress)
+{
+    m_sinceReport.start();
+}
+
+Outcome TreeCopy::run()
+{
+    Result<TreeListing> found = listTree(m_from, Access::AsItIs, [this] { tick(); });
+    if (!found)
+        return Failure{found.reason()};
+    m_tree = std::move(*found);
+    if (m_tree.folders.size() == 1 && m_tree.entries.front().kind == TreeListing::Kind::Other)
+        return Failure{QFile::decodeName(m_from.name) + u" is neither file, folder nor link"_s};
+
+    Outcome outcome = makeFolders();
+    if (outcome)
+        outcome = copyEntries();
+    if (outcome)
+        outcome = finishFolders();
+    return outcome;
+}
+
+void TreeCopy::tick()
+{
+    if (!m_progress || !m_sinceReport.hasExpired(reportInterval.count()))
+        return;
+    m_sinceReport.restart();
+    m_progress({m_bytesDone, m_tree.bytes});
+}
+
+Failure TreeCopy::failure(size_t folder, const QByteArray &name, int error) const
+{
+    return Native::failure(u"cannot copy "_s + m_tree.path(folder, name), error);
+}
+
+Outcome TreeCopy::makeFolders()
+{
+    FolderCursor to(m_tree, m_to);
+    for (size_t index = 1; index < m_tree.folders.size(); ++index) {
+        tick();
+        const auto &[parent, name] = m_tree.folders[index];
+        const int descriptor = to.open(parent);
+        if (descriptor < 0 ||
+            ::mkdirat(descriptor, to.nameHere(parent, name).constData(), S_IRWXU) != 0)
+            return failure(parent, name, errno);
+        if (parent == 0)
+            Native::dropInheritance(to.open(index));
+    }
+    return {};
+}
+
+Outcome TreeCopy::copyEntries()
+{
+    const Native::Advance count = [this](qint64 bytes) {
+        m_bytesDone += bytes;
+        return !m_ended;
+    };
+    const Native::Advance countAndTick = [this, &count](qint64 bytes) {
+        tick();
+        return count(bytes);
+    };
+
+    std::future<Outcome> helper;
+    if (m_tree.entries.size() > manyEntries ||
+        (m_tree.entries.size() > 1 && m_tree.bytes > manyBytes)) {
+        try {
+            helper = std::async(std::launch::async, [this, &count] { return copyShare(count); });
+        } catch (const std::system_error &) {
+            // No thread to be had: this one does it all.
+        }
+    }
+    Outcome outcome = copyShare(countAndTick);
+    if (helper.valid()) {
+        while (helper.wait_for(reportInterval) != std::future_status::ready)
+            tick();
+        const Outcome other = helper.get();
+        if (outcome)
+            outcome = other;
+    }
+    return outcome;
+}
+
+Outcome TreeCopy::copyShare(const Native::Advance &advance)
+{
+    FolderCursor from(m_tree, m_from);
+    FolderCursor to(m_tree, m_to);
+    while (!m_ended) {
+        const size_t index = m_next++;
+        if (index >= m_tree.entries.size())
+            break;
+        const TreeListing::Entry &entry = m_tree.entries[index];
+        const int error = copyEntry(entry, from, to, advance);
+        // The first failure is the one to tell; it ends the other thread's work too.
+        if (error != 0 && !m_ended.exchange(true))
+            return failure(entry.folder, entry.name, error);
+        advance(0);
+    }
+    return {};
+}
+
+int TreeCopy::copyEntry(const TreeListing::Entry &entry, FolderCursor &from, FolderCursor &to,
+                        const Native::Advance &advance)
+{
+    if (entry.kind == TreeListing::Kind::Other)
+        return 0;
+    const int source = from.open(entry.folder);
+    const int target = source < 0 ? -1 : to.open(entry.folder);
+    if (target < 0)
+        return errno;
+    const Place original = {source, from.nameHere(entry.folder, entry.name)};
+    const Place copy = {target, to.nameHere(entry.folder, entry.name)};
+    if (entry.kind == TreeListing::Kind::Link)
+        return copyLink(original, copy);
+
+    // Not to hang on a fifo that took the file's place.
+    const FileDescriptor file(::openat(original.folder, original.name.constData(),
+                                       O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct stat status = {};
+    if (!file || ::fstat(file.get(), &status) != 0)
+        return errno;
+    return S_ISREG(status.st_mode) ? Native::copyFile(file.get(), status, copy, advance) : ESTALE;
+}
+
+Outcome TreeCopy::finishFolders()
+{
+    // From the inside out and each from its parent: once it has its mode, a folder may be closed
+    // to its owner too.
+    FolderCursor from(m_tree, m_from);
+    FolderCursor to(m_tree, m_to);
+    for (size_t index = m_tree.folders.size() - 1; index > 0; --index) {
+        tick();
+        const auto &[parent, name] = m_tree.folders[index];
+        const int source = from.open(parent);
+        const int target = source < 0 ? -1 : to.open(parent);
+        if (target < 0)
+            return failure(parent, name, errno);
+        const FileDescriptor original = openFolder(source, from.nameHere(parent, name));
+        const FileDescriptor copy = openFolder(target, to.nameHere(parent, name));
+        struct stat status = {};
+        if (!original || !copy || ::fstat(original.get(), &status) != 0)
+            return failure(parent, name, errno);
+        if (const int error = Native::copyFolderAttributes(original.get(), status, copy.get()))
+            return failure(parent, name, error);
+    }
+    return {};
+}
+
+} // namespace FileTree

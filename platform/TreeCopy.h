@@ -1,0 +1,47 @@
+#pragma once
+
+#include "TreeListing.h"
+
+#include <QElapsedTimer>
+
+#include <atomic>
+
+namespace FileTree {
+
+/// Copies one tree to a place where nothing stands yet. Until the end the new tree is open to
+/// its owner alone; what there is of it after a failure is left to the caller.
+class TreeCopy
+{
+public:
+    TreeCopy(Place from, Place to, const ProgressHandler &progress);
+
+    Outcome run();
+
+    /// What was copied.
+    [[nodiscard]] const TreeListing &listing() const { return m_tree; }
+
+    /// Reports the progress if the last report was long enough ago.
+    void tick();
+
+private:
+    Outcome makeFolders();
+    Outcome copyEntries();
+    Outcome copyShare(const Native::Advance &advance);
+    int copyEntry(const TreeListing::Entry &entry, FolderCursor &from, FolderCursor &to,
+                  const Native::Advance &advance);
+    Outcome finishFolders();
+    [[nodiscard]] Failure failure(size_t folder, const QByteArray &name, int error) const;
+
+    const Place m_from;
+    const Place m_to;
+    const ProgressHandler &m_progress;
+    QElapsedTimer m_sinceReport;
+    TreeListing m_tree;
+
+    // Shared by the two threads that copy the entries.
+    std::atomic<size_t> m_next = 0;
+    std::atomic<qint64> m_bytesDone = 0;
+    std::atomic<bool> m_ended = false;
+};
+
+} // namespace FileTree
