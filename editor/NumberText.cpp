@@ -1,10 +1,10 @@
 #include "NumberText.h"
 
-#include <QByteArray>
-
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <locale>
+#include <sstream>
 
 namespace {
 
@@ -71,7 +71,12 @@ float leadingNumber(const QString &text)
         if (reader.takeDigits())
             end = reader.position();
     }
-    return static_cast<float>(text.mid(start, end - start).toLatin1().toDouble());
+    // QString::toDouble() makes 0 of a number that is too large; a stream makes the largest.
+    std::istringstream stream(text.mid(start, end - start).toStdString());
+    stream.imbue(std::locale::classic());
+    double number = 0;
+    stream >> number;
+    return static_cast<float>(number);
 }
 
 QString oneDecimalText(double number)

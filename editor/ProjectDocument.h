@@ -14,24 +14,22 @@
 /// A Motion file in memory: the whole XML tree, and what it takes to write it back in kind.
 ///
 /// Texts and attribute values in the tree are as XML reads them: references resolved, line ends
-/// normalised. Blanks between elements are not in it; blanks that are the only content of an
-/// element, or that stand beside other text, are.
+/// normalised. Blanks between tags are not in it, unless they are all that an element holds or
+/// stand beside other text.
 class ProjectDocument
 {
 public:
-    ProjectDocument(pugi::xml_document tree, XmlEncoding encoding, QByteArray declaration)
-        : m_tree(std::move(tree)), m_encoding(encoding), m_declaration(std::move(declaration))
-    {
-    }
-
-    [[nodiscard]] pugi::xml_node tree() const { return m_tree; }
     [[nodiscard]] pugi::xml_node root() const { return m_tree.document_element(); }
+    [[nodiscard]] const pugi::xml_document &tree() const { return m_tree; }
     [[nodiscard]] XmlEncoding encoding() const { return m_encoding; }
 
-    /// The XML declaration as it stands in the file; empty when it has none.
+    /// The XML declaration as it stands in the file; empty when the file has none.
     [[nodiscard]] const QByteArray &declaration() const { return m_declaration; }
 
 private:
+    friend Result<ProjectDocument> openProjectDocument(const QString &path);
+
+    QByteArray m_text; // what the names and texts of the tree point into
     pugi::xml_document m_tree;
     XmlEncoding m_encoding;
     QByteArray m_declaration;
@@ -39,13 +37,20 @@ private:
 
 /// Reads the whole file. There is no document when it is no regular file (a fifo or a device is
 /// not waited for), is not well-formed XML in UTF-8 or UTF-16, has a document type with an
-/// internal subset, or nests deeper than anything that Motion writes. Nothing outside the file is
-/// ever read.
+/// internal subset, or nests deeper than 1,024 levels. Nothing outside the file is ever read.
 Result<ProjectDocument> openProjectDocument(const QString &path);
 
 /// The string values of all nodes that an XPath 1.0 query finds, in document order; the root
 /// element is the context node. Empty without a document, and when the query is none.
 QStringList nodeValues(const Result<ProjectDocument> &document, const QString &query);
+
+/// The elements of the document that bear one of these names, in document order, by the place of
+/// the name: what queries like "//theme" find, in one walk for all of them.
+std::vector<std::vector<pugi::xml_node>>
+elementsNamed(const ProjectDocument &document, std::initializer_list<std::string_view> names);
+
+/// As XPath defines it: of an element its text and that of everything in it.
+QString stringValue(const pugi::xpath_node &node);
 
 /// Nothing when the list is empty: the action that needs the value ends there.
 std::optional<QString> firstValue(const QStringList &values);
