@@ -1,0 +1,105 @@
+#include "BrimvaleAppDelegate.h"
+
+#include "SettingsStore.h"
+#include "help/dornelHelpBook.h"
+#include "history/InstallationHistoryModel.h"
+#include "platform/FileTree.h"
+#include "platform/Path.h"
+#include "widgets/Focus.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+using namespace Qt::StringLiterals;
+
+BrimvaleAppDelegate::BrimvaleAppDelegate()
+{
+    buildWindows();
+    wireControls();
+    wireMenus();
+    awakeFromNib();
+}
+
+BrimvaleAppDelegate::~BrimvaleAppDelegate()
+{
+    delete helpBook;
+    delete window;
+    delete mWindow;
+}
+
+void BrimvaleAppDelegate::awakeFromNib()
+{
+    segController->setTag(0, 0);
+    segController->setTag(1, 1);
+    enableInstallButtons(false);
+    addButton->show();
+    tClearButton->setEnabled(false);
+    element->setEnabled(false);
+    setFocusRing(element, FocusRing::None);
+    orgButton->hide();
+    frPopup->setCurrentIndex(0);
+    for (QLabel *each : std::initializer_list<QLabel *>{display, input1, textField1, typeText})
+        each->clear();
+    element->clear();
+    oFile->setEnabled(true);
+    frPopup->setEnabled(false);
+    conformButton->setEnabled(false);
+    setButton->setEnabled(false);
+    renameButton->hide();
+    for (QLabel *each : std::initializer_list<QLabel *>{theFrames, theFrameRate, theDuration, secFloat,
+                                                        resOutput, wasArchived, newNameWarning})
+        each->clear();
+    statusImage->clear();
+}
+
+void BrimvaleAppDelegate::applicationDidFinishLaunching()
+{
+    hidden->hide();
+    makeKeyAndOrderFront(mWindow);
+    setFocusRing(input, FocusRing::Default);
+    backupPath->setText(SettingsStore().object(SettingsStore::theAppBackupPath).toString());
+    lastBackupDate->setObjectValue(SettingsStore().object(SettingsStore::theLastBackupDate));
+    theFolderImage->setText(SettingsStore().object(SettingsStore::theFolder8899).toString());
+    arrayController->setObjectValue(SettingsStore().object(SettingsStore::installations));
+    theBackupButton->hide();
+    // Once more, so that the state after launch is this one whatever came before.
+    enableInstallButtons(false);
+    orgButton->hide();
+    wasArchived->clear();
+
+    const QString archiveFolder = Path::expandingTilde(Path::joined(u"~/Documents"_s, u"Brimvale"_s));
+    if (!FileTree::exists(archiveFolder))
+        std::ignore = FileTree::createFolder(archiveFolder);
+}
+
+void BrimvaleAppDelegate::windowWillClose()
+{
+    mWindow->removeEventFilter(this);
+    QCoreApplication::quit();
+}
+
+void BrimvaleAppDelegate::toggleView()
+{
+    switch (segController->selectedSegment()) {
+    case 0:
+        theTabView->setCurrentIndex(0);
+        addButton->show();
+        renameButton->hide();
+        break;
+    case 1:
+        theTabView->setCurrentIndex(theTabView->count() - 1);
+        addButton->hide();
+        renameButton->show();
+        renameButton->setEnabled(false);
+        break;
+    default:
+        break;
+    }
+}
+
+bool BrimvaleAppDelegate::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == mWindow && event->type() == QEvent::Close)
+        windowWillClose();
+    return QObject::eventFilter(watched, event);
+}

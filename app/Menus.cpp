@@ -1,0 +1,88 @@
+#include "BrimvaleAppDelegate.h"
+
+#include "help/dornelHelpBook.h"
+#include "widgets/MenuFollower.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The text field that has the keyboard, where there is one.
+QLineEdit *focusedField()
+{
+    return qobject_cast<QLineEdit *>(QApplication::focusWidget());
+}
+
+void showAbout(QWidget *window)
+{
+    auto *about = new QMessageBox(
+        QMessageBox::NoIcon, QMessageBox::tr("About Brimvale"),
+        u"<h3>Brimvale %1</h3>"_s.arg(QApplication::applicationVersion()), QMessageBox::Ok, window);
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->setIconPixmap(QApplication::windowIcon().pixmap(QSize(64, 64)));
+    about->setInformativeText(
+        QMessageBox::tr("Installs, inspects and edits templates for Motion."));
+    about->open();
+}
+
+} // namespace
+
+/// Which menu item triggers which action. An item that stands for a control is that control's
+/// click, and can be chosen while the control can be.
+void BrimvaleAppDelegate::wireMenus()
+{
+    const auto press = [](QAction *item, QAbstractButton *button) {
+        new MenuFollower(item, button);
+        connect(item, &QAction::triggered, button, [button] { button->click(); });
+    };
+    press(doOpenItem, addButton);
+    press(openFileItem, oFile);
+    press(moveAndCloseItem, mSendButton);
+    press(createCategoryItem, mNewCatButton);
+    press(clearInputsItem, clearButton);
+    press(backupOriginalItem, orgButton);
+    press(raiseRenameSheetItem, renameButton);
+    press(clearEditorItem, tClearButton);
+    press(addElementsItem, setButton);
+    press(conformItem, conformButton);
+    new MenuFollower(writeToFileItem, tClearButton);
+
+    using App = BrimvaleAppDelegate;
+    const auto run = [this](QAction *item, auto *receiver, auto action) {
+        connect(item, &QAction::triggered, receiver, action);
+    };
+    run(writeToFileItem, this, &App::writeToFile);
+    run(openTemplatesRootFolderItem, this, &App::openTemplatesRootFolder);
+    run(openCompositionsFolderItem, this, &App::openCompositionsFolder);
+    run(openEffectsFolderItem, this, &App::openEffectsFolder);
+    run(openGeneratorsFolderItem, this, &App::openGeneratorsFolder);
+    run(openTitlesFolderItem, this, &App::openTitlesFolder);
+    run(openTransitionsFolderItem, this, &App::openTransitionsFolder);
+    run(Ui::MainWindow::openArchivesFolder, this, &App::openArchivesFolder);
+    run(runPrefsWindowItem, this, &App::runPrefsWindow);
+    run(openLogsWindowItem, this, &App::openLogsWindow);
+    run(Ui::MainWindow::runHelpBook, helpBook, &dornelHelpBook::runHelpBook);
+    run(openHelpSheetItem, this, &App::openHelpSheet);
+    run(Ui::MainWindow::runHelpWebView, this, &App::runHelpWebView);
+    run(Ui::MainWindow::linkToPayPal, this, &App::linkToPayPal);
+    run(aboutItem, mWindow, [this] { showAbout(mWindow); });
+    run(quitItem, mWindow, [this] { mWindow->close(); });
+    run(installModeItem, segController, [this] { segController->button(0)->click(); });
+    run(editModeItem, segController, [this] { segController->button(1)->click(); });
+
+    const auto edit = [this](QAction *item, auto operation) {
+        connect(item, &QAction::triggered, mWindow, [operation] {
+            if (QLineEdit *field = focusedField())
+                (field->*operation)();
+        });
+    };
+    edit(undoItem, &QLineEdit::undo);
+    edit(redoItem, &QLineEdit::redo);
+    edit(cutItem, &QLineEdit::cut);
+    edit(copyItem, &QLineEdit::copy);
+    edit(pasteItem, &QLineEdit::paste);
+    edit(selectAllItem, &QLineEdit::selectAll);
+}

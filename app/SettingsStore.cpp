@@ -1,0 +1,29 @@
+#include "SettingsStore.h"
+
+using namespace Qt::StringLiterals;
+
+SettingsStore::SettingsStore() : m_settings(u"Brimvale"_s, u"Brimvale"_s)
+{
+    m_settings.setFallbacksEnabled(false);
+}
+
+QVariant SettingsStore::object(QLatin1StringView key) const
+{
+    return m_settings.value(key);
+}
+
+void SettingsStore::setObject(const QVariant &value, QLatin1StringView key)
+{
+    m_settings.setValue(key, value);
+}
+
+void SettingsStore::removeObject(QLatin1StringView key)
+{
+    m_settings.remove(key);
+}
+
+bool SettingsStore::synchronize()
+{
+    m_settings.sync();
+    return m_settings.status() == QSettings::NoError;
+}

@@ -1,0 +1,75 @@
+#include "app/BrimvaleAppDelegate.h"
+#include "app/SettingsStore.h"
+#include "library/TemplateLibrary.h"
+#include "platform/FileTree.h"
+#include "platform/Path.h"
+#include "platform/RunLoop.h"
+#include "widgets/Focus.h"
+
+#include <QFileDialog>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+void BrimvaleAppDelegate::runPrefsWindow()
+{
+    existsTextField->hide();
+    mCancel->hide();
+    pleaseWait->clear();
+    theBackupButton->setVisible(!backupPath->text().isEmpty());
+    makeKeyAndOrderFront(prefWindow);
+}
+
+void BrimvaleAppDelegate::quitPrefs()
+{
+    existsTextField->clear();
+    mCancel->hide();
+}
+
+void BrimvaleAppDelegate::setBackupPath1()
+{
+    QFileDialog chooser(prefWindow, tr("Backup Folder Selector"));
+    chooser.setFileMode(QFileDialog::Directory);
+    chooser.setOption(QFileDialog::ShowDirsOnly);
+    chooser.setLabelText(QFileDialog::Accept, tr("Set"));
+    chooser.setLabelText(QFileDialog::LookIn,
+                         tr("Select a Backup Folder or create a New Backup Folder ..."));
+    if (chooser.exec() != QDialog::Accepted)
+        return;
+    for (const QString &path : chooser.selectedFiles()) {
+        backupPath->setText(path);
+        theBackupButton->show();
+        theFolderImage->setText(Path::lastComponent(backupPath->text()));
+        SettingsStore().setObject(backupPath->text(), SettingsStore::theAppBackupPath);
+        SettingsStore().setObject(theFolderImage->text(), SettingsStore::theFolder8899);
+    }
+}
+
+void BrimvaleAppDelegate::backup()
+{
+    pleaseWait->setText(tr("Please Wait ..."));
+    const QDateTime backupDate = QDateTime::currentDateTime();
+    dateFloat->setObjectValue(backupDate);
+    const QString prefix = dateFloat->text();
+    const QString destination = Path::expandingTilde(backupPath->text());
+    backupSpinner->startAnimation();
+    copyLibrary(destination, prefix + TemplateLibrary::rootName());
+    runEventLoopFor(2500ms);
+    lastBackupDate->setObjectValue(backupDate);
+    SettingsStore().setObject(lastBackupDate->objectValue(), SettingsStore::theLastBackupDate);
+    backupSpinner->stopAnimation();
+    pleaseWait->clear();
+}
+
+/// The copy takes its dated name once it is whole. A folder that bears the library's name in the
+/// backup folder already is not this backup's: it is left alone, and the copy takes the dated
+/// name at once.
+void BrimvaleAppDelegate::copyLibrary(const QString &folder, const QString &datedName)
+{
+    const QString name = TemplateLibrary::rootName();
+    const FileTree::Item library{TemplateLibrary::moviesFolder(), name};
+    const bool isTaken = FileTree::exists(Path::joined(folder, name));
+    const FileTree::Item copy{folder, isTaken ? datedName : name};
+    if (FileTree::copy(library, copy) && !isTaken)
+        std::ignore = FileTree::move(copy, {folder, datedName});
+}

@@ -1,0 +1,36 @@
+#include "app/BrimvaleAppDelegate.h"
+#include "platform/FileTree.h"
+#include "platform/Path.h"
+#include "platform/Workspace.h"
+
+#include <QDateTime>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString archiveFolder = u"~/Documents/Brimvale"_s;
+
+} // namespace
+
+void BrimvaleAppDelegate::backupOriginal()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    dateTextField->setText(now.toString(u"MM-dd-yyyy '||' HH_mm_ss "_s) +
+                           now.timeZoneAbbreviation());
+    const QString folder = Path::withoutLastComponent(input1->text());
+    const QString name = Path::lastComponent(input1->text());
+    const QString archiveName =
+        Path::withoutExtension(name) + u'-' + dateTextField->text() + u'.' + Path::extension(name);
+    std::ignore = FileTree::copy({folder, name}, {folder, archiveName});
+    std::ignore = FileTree::move({folder, archiveName}, {archiveFolder, archiveName});
+    orgButton->hide();
+    wasArchived->setText(tr("Original Archived"));
+    startAnimation(theTimer, 3ms, &BrimvaleAppDelegate::checkThem1);
+}
+
+void BrimvaleAppDelegate::openArchivesFolder()
+{
+    openAddress(QUrl::fromLocalFile(Path::expandingTilde(archiveFolder)));
+}

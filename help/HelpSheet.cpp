@@ -1,0 +1,11 @@
+#include "app/BrimvaleAppDelegate.h"
+
+void BrimvaleAppDelegate::openHelpSheet()
+{
+    theSheet->open();
+}
+
+void BrimvaleAppDelegate::closeHelpSheet()
+{
+    theSheet->hide();
+}

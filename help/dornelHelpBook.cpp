@@ -1,0 +1,94 @@
+#include "dornelHelpBook.h"
+
+#include "platform/DiagnosticLog.h"
+#include "widgets/Focus.h"
+
+#include <QTextCursor>
+#include <QTextDocument>
+
+using namespace Qt::StringLiterals;
+
+dornelHelpBook::dornelHelpBook(QWidget *mainWindow)
+    : QObject(mainWindow), helpWindow(new QDialog(mainWindow))
+{
+    setupUi(helpWindow);
+    wireControls();
+    awakeFromNib();
+}
+
+void dornelHelpBook::awakeFromNib()
+{
+    modeSegController->setTag(0, 0);
+    modeSegController->setTag(1, 1);
+    tabView->setCurrentIndex(0);
+    int picture = 0;
+    for (QTextBrowser *page : {textView2, textView3, textView4, textView5, textView6}) {
+        QTextCursor end(page->document());
+        end.movePosition(QTextCursor::End);
+        end.insertImage(u":/bv_%1.png"_s.arg(++picture));
+    }
+}
+
+void dornelHelpBook::runHelpBook()
+{
+    tabView->setCurrentIndex(0);
+    makeKeyAndOrderFront(helpWindow);
+}
+
+void dornelHelpBook::navigateHOME()
+{
+    tabView->setCurrentIndex(0);
+}
+
+void dornelHelpBook::pageA()
+{
+    tabView->setCurrentIndex(1);
+}
+
+void dornelHelpBook::pageB()
+{
+    tabView->setCurrentIndex(2);
+}
+
+void dornelHelpBook::pageC()
+{
+    tabView->setCurrentIndex(3);
+}
+
+void dornelHelpBook::pageD()
+{
+    tabView->setCurrentIndex(4);
+}
+
+void dornelHelpBook::pageE()
+{
+    tabView->setCurrentIndex(5);
+}
+
+void dornelHelpBook::navigate()
+{
+    switch (modeSegController->tag(modeSegController->selectedSegment())) {
+    case 0:
+        diagnosticLog(u"controlOne selected."_s);
+        tabView->setCurrentIndex(qMax(tabView->currentIndex() - 1, 0));
+        break;
+    case 1:
+        diagnosticLog(u"controlTwo selected."_s);
+        tabView->setCurrentIndex(qMin(tabView->currentIndex() + 1, tabView->count() - 1));
+        break;
+    default:
+        break;
+    }
+}
+
+void dornelHelpBook::wireControls()
+{
+    connect(modeSegController, &SegmentedControl::pressed, this, &dornelHelpBook::navigate);
+    using Trigger = QAbstractButton;
+    connect(Ui::HelpBook::navigateHOME, &Trigger::clicked, this, &dornelHelpBook::navigateHOME);
+    connect(Ui::HelpBook::pageA, &Trigger::clicked, this, &dornelHelpBook::pageA);
+    connect(Ui::HelpBook::pageB, &Trigger::clicked, this, &dornelHelpBook::pageB);
+    connect(Ui::HelpBook::pageC, &Trigger::clicked, this, &dornelHelpBook::pageC);
+    connect(Ui::HelpBook::pageD, &Trigger::clicked, this, &dornelHelpBook::pageD);
+    connect(Ui::HelpBook::pageE, &Trigger::clicked, this, &dornelHelpBook::pageE);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ui_HelpBook.h"
+
+#include <QObject>
+
+/// The paged help: a home page and the pages A to E, each with a picture of the program. Its
+/// outlets are the controls that it inherits from the form.
+class dornelHelpBook : public QObject, private Ui::HelpBook
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(dornelHelpBook)
+
+public:
+    /// The window is a child of the program's main window.
+    explicit dornelHelpBook(QWidget *mainWindow);
+
+    void awakeFromNib();
+
+    /// Shows the help, always at its home page.
+    void runHelpBook();
+    void navigateHOME();
+    void pageA();
+    void pageB();
+    void pageC();
+    void pageD();
+    void pageE();
+    /// One page back or forward; the first and the last page are the ends.
+    void navigate();
+
+private:
+    void wireControls();
+
+    QDialog *helpWindow = nullptr;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+class SettingsStore;
+
+/// One line of the installation history. In the settings it is a dictionary whose only key is
+/// "installations", and the history an array of them, oldest first.
+struct InstallationRecord
+{
+    QString line;
+
+    /// Date text, one blank, category, three blanks, template.
+    static InstallationRecord make(const QString &dateText, const QString &category,
+                                   const QString &templateName);
+};
+
+/// The history of a settings value; whatever is no record is left out.
+QList<InstallationRecord> installationRecords(const QVariant &installations);
+
+/// Adds a record at the end of the stored history, whatever was stored since it was last read.
+void appendInstallation(SettingsStore &store, const InstallationRecord &record);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "widgets/FileDropTarget.h"
+
+/// Where template folders are dropped: the Install module.
+class dropZone : public FileDropTarget
+{
+    Q_OBJECT
+
+public:
+    using FileDropTarget::FileDropTarget;
+};

@@ -1,0 +1,61 @@
+#include "TemplateLibrary.h"
+
+#include <QCoreApplication>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("TemplateLibrary", source);
+}
+
+TemplateCategory make(const QString &name, const char *installed, const char *customInstalled)
+{
+    return {name, TemplateLibrary::root() + u'/' + name + u".localized"_s, text(installed),
+            text(customInstalled)};
+}
+
+} // namespace
+
+QString TemplateLibrary::moviesFolder()
+{
+    return u"~/Movies/"_s;
+}
+
+QString TemplateLibrary::rootName()
+{
+    return u"Motion Templates.localized"_s;
+}
+
+QString TemplateLibrary::root()
+{
+    return moviesFolder() + rootName();
+}
+
+std::span<const TemplateCategory> TemplateLibrary::categories()
+{
+    // The one text without a blank before its dots has always been shown so.
+    static const std::array all{
+        make(u"Compositions"_s, QT_TRANSLATE_NOOP("TemplateLibrary", "Composition Installed..."),
+             QT_TRANSLATE_NOOP("TemplateLibrary", "Composition Installed ...")),
+        make(u"Effects"_s, QT_TRANSLATE_NOOP("TemplateLibrary", "Effect Installed ..."),
+             "Effect Installed ..."),
+        make(u"Generators"_s, QT_TRANSLATE_NOOP("TemplateLibrary", "Generator Installed ..."),
+             "Generator Installed ..."),
+        make(u"Titles"_s, QT_TRANSLATE_NOOP("TemplateLibrary", "Title Installed ..."),
+             "Title Installed ..."),
+        make(u"Transitions"_s, QT_TRANSLATE_NOOP("TemplateLibrary", "Transition Installed ..."),
+             "Transition Installed ..."),
+    };
+    return all;
+}
+
+const TemplateCategory *TemplateLibrary::category(int row)
+{
+    const auto all = categories();
+    return row >= 0 && row < static_cast<int>(all.size()) ? &all[static_cast<std::size_t>(row)]
+                                                          : nullptr;
+}

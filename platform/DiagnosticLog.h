@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QString>
+
+/// One line to the diagnostic log: standard error, the message alone.
+void diagnosticLog(const QString &message);
+
+/// A list of values as one line.
+void diagnosticLog(const QStringList &values);

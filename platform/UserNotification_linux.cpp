@@ -1,0 +1,22 @@
+#include "UserNotification.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+
+using namespace Qt::StringLiterals;
+
+void deliverUserNotification(const QString &title, const QString &informativeText)
+{
+    // Nobody is asked first whether the service runs: it starts on demand, and asking would wait.
+    QDBusMessage notify = QDBusMessage::createMethodCall(
+        u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
+        u"org.freedesktop.Notifications"_s, u"Notify"_s);
+    constexpr uint replacesNothing = 0;
+    constexpr int serversOwnTimeout = -1;
+    notify << QCoreApplication::applicationName() << replacesNothing << u"brimvale"_s << title
+           << informativeText << QStringList() << QVariantMap{{u"desktop-entry"_s, u"brimvale"_s}}
+           << serversOwnTimeout;
+    QDBusConnection::sessionBus().asyncCall(notify);
+}

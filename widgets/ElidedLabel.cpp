@@ -1,0 +1,74 @@
+#include "ElidedLabel.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+
+namespace {
+
+constexpr int paperMargin = 8;
+
+} // namespace
+
+ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    // The same whatever the text, so that a text that arrives moves nothing.
+    const QMargins margins = contentsMargins();
+    return {fontMetrics().averageCharWidth() * 24,
+            fontMetrics().height() + margins.top() + margins.bottom() + (m_hasPaper ? 8 : 0)};
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return {fontMetrics().averageCharWidth() * 8, sizeHint().height()};
+}
+
+void ElidedLabel::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (text().isEmpty())
+        return;
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(tr("&Copy"), this, [this] { QApplication::clipboard()->setText(text()); });
+    menu->popup(event->globalPos());
+}
+
+bool ElidedLabel::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QLabel::event(event);
+    const bool isShortened = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                       isShortened ? text().toHtmlEscaped() : QString(), this);
+    return true;
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QRect area = m_hasPaper ? contentsRect().adjusted(paperMargin, 0, -paperMargin, 0)
+                                  : contentsRect();
+    const bool isEmpty = text().isEmpty();
+    if (m_hasPaper && !isEmpty) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QColor(0, 0, 0, 48));
+        painter.setBrush(QColor(252, 252, 252));
+        painter.drawRoundedRect(QRectF(contentsRect()).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    }
+    const QString shown = fontMetrics().elidedText(isEmpty ? m_placeholderText : text(),
+                                                   Qt::ElideMiddle, area.width());
+    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment());
+    style()->drawItemText(&painter, area, static_cast<int>(side), palette(), isEnabled(), shown,
+                          isEmpty ? QPalette::PlaceholderText : foregroundRole());
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QLabel>
+
+/// A text on one line, a path above all: shortened in the middle where it is too long, whole in
+/// text() and in the tooltip, and copied whole through the context menu. While there is no text,
+/// a quiet placeholder stands in its place.
+class ElidedLabel : public QLabel
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ElidedLabel)
+    Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
+    Q_PROPERTY(bool paper READ hasPaper WRITE setPaper)
+
+public:
+    explicit ElidedLabel(QWidget *parent = nullptr);
+
+    [[nodiscard]] QString placeholderText() const { return m_placeholderText; }
+    void setPlaceholderText(const QString &text) { m_placeholderText = text; }
+
+    /// Whether the text stands on white paper: for a colour that is the same on light and dark.
+    [[nodiscard]] bool hasPaper() const { return m_hasPaper; }
+    void setPaper(bool paper) { m_hasPaper = paper; }
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString m_placeholderText;
+    bool m_hasPaper = false;
+};
