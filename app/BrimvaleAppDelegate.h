@@ -155,6 +155,7 @@ private:
 
     // backup/
     void copyLibrary(const QString &folder, const QString &datedName);
+    void showBackupProgress(const FileTree::CopyProgress &progress);
 
     // The windows that the forms describe. The main window owns the others.
     QWidget *window = nullptr; // no window of the program's uses this outlet

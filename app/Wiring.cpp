@@ -72,8 +72,10 @@ void BrimvaleAppDelegate::buildWindows()
              compositionsChoice, effectsChoice, generatorsChoice, titlesChoice, transitionsChoice})
         theMatrix->setId(choice, row++);
     for (QWidget *each : std::initializer_list<QWidget *>{orgButton, progressBarT, theBackupButton,
-                                                          existsTextField, mCancel})
+                                                          existsTextField, mCancel,
+                                                          backupProgress})
         keepPlaceWhenHidden(each);
+    backupProgress->hide();
     installHintIcon->setPixmap(QIcon(u":/icons/library-32.png"_s).pixmap(QSize(32, 32)));
 }
 

@@ -5,8 +5,10 @@
 #include "platform/Path.h"
 #include "platform/RunLoop.h"
 #include "widgets/Focus.h"
+#include "widgets/InputShield.h"
 
 #include <QFileDialog>
+#include <QLocale>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -70,6 +72,25 @@ void BrimvaleAppDelegate::copyLibrary(const QString &folder, const QString &date
     const FileTree::Item library{TemplateLibrary::moviesFolder(), name};
     const bool isTaken = FileTree::exists(Path::joined(folder, name));
     const FileTree::Item copy{folder, isTaken ? datedName : name};
-    if (FileTree::copy(library, copy) && !isTaken)
+    InputShield shield(this);
+    backupProgress->show();
+    const Outcome copied = FileTree::copy(library, copy, [&](const FileTree::CopyProgress &done) {
+        showBackupProgress(done);
+        shield.refreshWindows();
+    });
+    if (copied && !isTaken)
         std::ignore = FileTree::move(copy, {folder, datedName});
+    backupProgress->hide();
+    backupAmount->clear();
+}
+
+void BrimvaleAppDelegate::showBackupProgress(const FileTree::CopyProgress &progress)
+{
+    if (progress.bytesTotal <= 0)
+        return;
+    const double share = static_cast<double>(progress.bytesDone) / static_cast<double>(progress.bytesTotal);
+    backupProgress->setValue(static_cast<int>(share * backupProgress->maximum()));
+    const QLocale locale;
+    backupAmount->setText(tr("%1 of %2").arg(locale.formattedDataSize(progress.bytesDone),
+                                             locale.formattedDataSize(progress.bytesTotal)));
 }

@@ -1,0 +1,52 @@
+#include "InputShield.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+InputShield::InputShield(QObject *controller) : m_controller(controller)
+{
+    QCoreApplication::instance()->installEventFilter(this);
+    m_sinceRefresh.start();
+}
+
+InputShield::~InputShield()
+{
+    QCoreApplication::processEvents(); // what was pressed meanwhile was pressed in vain
+}
+
+void InputShield::refreshWindows()
+{
+    constexpr qint64 interval = 40; // milliseconds: 25 pictures a second
+    if (m_sinceRefresh.elapsed() < interval)
+        return;
+    QCoreApplication::processEvents();
+    m_sinceRefresh.restart();
+}
+
+bool InputShield::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::ContextMenu:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+    case QEvent::Close:
+        event->ignore();
+        return true;
+    case QEvent::Timer:
+        return watched->parent() == m_controller;
+    default:
+        return false;
+    }
+}
