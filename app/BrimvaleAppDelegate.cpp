@@ -46,8 +46,9 @@ void BrimvaleAppDelegate::awakeFromNib()
     conformButton->setEnabled(false);
     setButton->setEnabled(false);
     renameButton->hide();
-    for (QLabel *each : std::initializer_list<QLabel *>{theFrames, theFrameRate, theDuration, secFloat,
-                                                        resOutput, wasArchived, newNameWarning})
+    for (QLabel *each :
+         std::initializer_list<QLabel *>{theFrames, theFrameRate, theDuration, secFloat, resOutput,
+                                         wasArchived, newNameWarning})
         each->clear();
     statusImage->clear();
 }
@@ -67,7 +68,8 @@ void BrimvaleAppDelegate::applicationDidFinishLaunching()
     orgButton->hide();
     wasArchived->clear();
 
-    const QString archiveFolder = Path::expandingTilde(Path::joined(u"~/Documents"_s, u"Brimvale"_s));
+    const QString archiveFolder =
+        Path::expandingTilde(Path::joined(u"~/Documents"_s, u"Brimvale"_s));
     if (!FileTree::exists(archiveFolder))
         std::ignore = FileTree::createFolder(archiveFolder);
 }

@@ -1,5 +1,4 @@
 #include "BrimvaleAppDelegate.h"
-
 #include "help/dornelHelpBook.h"
 #include "widgets/MenuFollower.h"
 
@@ -18,9 +17,9 @@ QLineEdit *focusedField()
 
 void showAbout(QWidget *window)
 {
-    auto *about = new QMessageBox(
-        QMessageBox::NoIcon, QMessageBox::tr("About Brimvale"),
-        u"<h3>Brimvale %1</h3>"_s.arg(QApplication::applicationVersion()), QMessageBox::Ok, window);
+    auto *about = new QMessageBox(QMessageBox::NoIcon, QMessageBox::tr("About Brimvale"),
+                                  u"<h3>Brimvale %1</h3>"_s.arg(QApplication::applicationVersion()),
+                                  QMessageBox::Ok, window);
     about->setAttribute(Qt::WA_DeleteOnClose);
     about->setIconPixmap(QApplication::windowIcon().pixmap(QSize(64, 64)));
     about->setInformativeText(

@@ -1,5 +1,4 @@
 #include "BrimvaleAppDelegate.h"
-
 #include "platform/Path.h"
 #include "platform/Workspace.h"
 

@@ -1,5 +1,4 @@
 #include "BrimvaleAppDelegate.h"
-
 #include "editor/dropZone1.h"
 #include "help/dornelHelpBook.h"
 #include "history/InstallationHistoryModel.h"
@@ -72,8 +71,7 @@ void BrimvaleAppDelegate::buildWindows()
              compositionsChoice, effectsChoice, generatorsChoice, titlesChoice, transitionsChoice})
         theMatrix->setId(choice, row++);
     for (QWidget *each : std::initializer_list<QWidget *>{orgButton, progressBarT, theBackupButton,
-                                                          existsTextField, mCancel,
-                                                          backupProgress})
+                                                          existsTextField, mCancel, backupProgress})
         keepPlaceWhenHidden(each);
     backupProgress->hide();
     installHintIcon->setPixmap(QIcon(u":/icons/library-32.png"_s).pixmap(QSize(32, 32)));

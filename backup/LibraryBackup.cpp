@@ -88,9 +88,11 @@ void BrimvaleAppDelegate::showBackupProgress(const FileTree::CopyProgress &progr
 {
     if (progress.bytesTotal <= 0)
         return;
-    const double share = static_cast<double>(progress.bytesDone) / static_cast<double>(progress.bytesTotal);
+    const double share =
+        static_cast<double>(progress.bytesDone) / static_cast<double>(progress.bytesTotal);
     backupProgress->setValue(static_cast<int>(share * backupProgress->maximum()));
     const QLocale locale;
-    backupAmount->setText(tr("%1 of %2").arg(locale.formattedDataSize(progress.bytesDone),
-                                             locale.formattedDataSize(progress.bytesTotal)));
+    backupAmount->setText(tr("%1 of %2")
+                              .arg(locale.formattedDataSize(progress.bytesDone),
+                                   locale.formattedDataSize(progress.bytesTotal)));
 }

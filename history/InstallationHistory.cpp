@@ -15,9 +15,9 @@ void BrimvaleAppDelegate::checkThem()
     if (!category)
         return;
     hiddenDF->setObjectValue(QDateTime::currentDateTime());
-    logSource->setText(InstallationRecord::make(hiddenDF->text(), category->name,
-                                                theLastPathComponent->text())
-                           .line);
+    logSource->setText(
+        InstallationRecord::make(hiddenDF->text(), category->name, theLastPathComponent->text())
+            .line);
     arrayController->append({logSource->text()});
     arrayController->setObjectValue(SettingsStore().object(SettingsStore::installations));
     logSource->clear();

@@ -19,7 +19,8 @@ void BrimvaleAppDelegate::updateText(const QString &path)
         input->clear();
         test->setText(Path::lastComponent(input->text()));
         enableInstallButtons(false);
-        runAlert(mWindow, tr("Template Error!"), tr("This Install module only accepts Folders ..."));
+        runAlert(mWindow, tr("Template Error!"),
+                 tr("This Install module only accepts Folders ..."));
     }
 }
 
@@ -32,7 +33,8 @@ void BrimvaleAppDelegate::clearInputs()
 
 void BrimvaleAppDelegate::doOpen()
 {
-    auto *selector = new QFileDialog(mWindow, tr("Folder Selector"), Path::expandingTilde(u"~/Desktop"_s));
+    auto *selector =
+        new QFileDialog(mWindow, tr("Folder Selector"), Path::expandingTilde(u"~/Desktop"_s));
     selector->setAttribute(Qt::WA_DeleteOnClose);
     selector->setFileMode(QFileDialog::Directory);
     selector->setOptions(QFileDialog::ShowDirsOnly | QFileDialog::ReadOnly);

@@ -36,12 +36,14 @@ void BrimvaleAppDelegate::generateCustomFolder()
     const TemplateCategory *category = TemplateLibrary::category(theMatrix->checkedId());
     if (!category)
         return;
-    const QString subCategory = Path::expandingTilde(Path::joined(category->path + u'/', textField->text()));
+    const QString subCategory =
+        Path::expandingTilde(Path::joined(category->path + u'/', textField->text()));
     if (!FileTree::exists(subCategory))
         std::ignore = FileTree::createFolder(subCategory);
     setFocusRing(textField, FocusRing::None);
     makeFirstResponder(catSheet, nullptr);
-    moveTemplate({Path::withoutLastComponent(mirroredPath->text()), theReQueue->text()}, subCategory);
+    moveTemplate({Path::withoutLastComponent(mirroredPath->text()), theReQueue->text()},
+                 subCategory);
 
     mirroredPath->clear();
     theReQueue->setText(tr("Done"));

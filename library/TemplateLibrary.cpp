@@ -1,6 +1,7 @@
 #include "TemplateLibrary.h"
 
 #include <QCoreApplication>
+
 #include <array>
 
 using namespace Qt::StringLiterals;

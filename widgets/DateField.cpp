@@ -15,8 +15,8 @@ QString mediumForm(const QDateTime &date)
     const QLocale locale;
     QString format = locale.dateFormat(QLocale::LongFormat);
     format.remove(weekday).replace("MMMM"_L1, "MMM"_L1);
-    return locale.toString(date.date(), format.trimmed()) + u' '
-           + locale.toString(date.time(), QLocale::ShortFormat);
+    return locale.toString(date.date(), format.trimmed()) + u' ' +
+           locale.toString(date.time(), QLocale::ShortFormat);
 }
 
 } // namespace

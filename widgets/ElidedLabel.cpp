@@ -57,8 +57,8 @@ bool ElidedLabel::event(QEvent *event)
 void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QRect area = m_hasPaper ? contentsRect().adjusted(paperMargin, 0, -paperMargin, 0)
-                                  : contentsRect();
+    const QRect area =
+        m_hasPaper ? contentsRect().adjusted(paperMargin, 0, -paperMargin, 0) : contentsRect();
     const bool isEmpty = text().isEmpty();
     if (m_hasPaper && !isEmpty) {
         painter.setRenderHint(QPainter::Antialiasing);

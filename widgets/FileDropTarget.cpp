@@ -38,8 +38,7 @@ FileDropTarget::FileDropTarget(QWidget *parent) : QWidget(parent)
     setAcceptDrops(true);
 }
 
-Qt::DropAction FileDropTarget::draggingEntered(const QMimeData &mimeData,
-                                              Qt::DropActions allowed)
+Qt::DropAction FileDropTarget::draggingEntered(const QMimeData &mimeData, Qt::DropActions allowed)
 {
     if (fileNames(mimeData).isEmpty())
         return Qt::IgnoreAction;

@@ -40,7 +40,8 @@ protected:
         const QRectF body = QRectF(rect()).adjusted(2.5, 2.5, -2.5, -2.5);
         const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
         if (isChecked() || isDown()) {
-            painter.setBrush(palette().color(group, isDown() ? QPalette::Midlight : QPalette::Base));
+            painter.setBrush(
+                palette().color(group, isDown() ? QPalette::Midlight : QPalette::Base));
             painter.setPen(translucent(palette().color(group, QPalette::WindowText), 0.25));
             painter.drawRoundedRect(body, cornerRadius - 2, cornerRadius - 2);
         }
