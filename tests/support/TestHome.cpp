@@ -6,6 +6,9 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
 
 TestHome::TestHome()
 {
@@ -14,6 +17,8 @@ TestHome::TestHome()
     qputenv("XDG_CONFIG_HOME", home + "/.config");
     qputenv("XDG_DATA_HOME", home + "/.local/share");
     qputenv("XDG_CACHE_HOME", home + "/.cache");
+    // The first home's folder would stay the settings' place for the whole process.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, path(u".config"_s));
 }
 
 QString TestHome::path(const QString &relative) const
@@ -51,7 +56,8 @@ bool TestHome::exists(const QString &relative) const
 
 QStringList TestHome::names(const QString &relative) const
 {
-    return QDir(path(relative)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    return QDir(path(relative))
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
 QMap<QString, QByteArray> TestHome::snapshot() const
@@ -69,8 +75,8 @@ QMap<QString, QByteArray> TestHome::snapshot() const
             QCryptographicHash hash(QCryptographicHash::Sha256);
             if (file.open(QIODevice::ReadOnly))
                 hash.addData(&file);
-            state += ' ' + QByteArray::number(info.lastModified().toMSecsSinceEpoch()) + ' '
-                     + hash.result().toHex();
+            state += ' ' + QByteArray::number(info.lastModified().toMSecsSinceEpoch()) + ' ' +
+                     hash.result().toHex();
         }
         items.insert(QDir(path()).relativeFilePath(info.filePath()), state);
     }

@@ -1,0 +1,111 @@
+#include "RunningProgram.h"
+
+#include "widgets/SegmentedControl.h"
+
+#include <QAbstractButton>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <QUrl>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+RunningProgram::RunningProgram()
+{
+    m_delegate.applicationDidFinishLaunching();
+    if (!QTest::qWaitForWindowActive(find<QWidget>(u"mWindow"_s)))
+        qFatal("the main window did not come to the front");
+}
+
+QString RunningProgram::text(const QString &name) const
+{
+    const auto *control = find<QWidget>(name);
+    if (const auto *label = qobject_cast<const QLabel *>(control))
+        return label->text();
+    return control->property("text").toString();
+}
+
+bool RunningProgram::isEnabled(const QString &name) const
+{
+    return find<QWidget>(name)->isEnabled();
+}
+
+bool RunningProgram::isShown(const QString &name) const
+{
+    return !find<QWidget>(name)->isHidden();
+}
+
+void RunningProgram::click(const QString &name) const
+{
+    auto *control = find<QWidget>(name);
+    // Near the left edge: a radio button or a check box takes no click behind its text.
+    const int middle = control->height() / 2;
+    if (control->isVisible())
+        QTest::mouseClick(control, Qt::LeftButton, {},
+                          {qMin(middle, control->width() / 2), middle});
+}
+
+void RunningProgram::type(const QString &name, const QString &text) const
+{
+    auto *field = find<QLineEdit>(name);
+    QTest::mouseClick(field, Qt::LeftButton);
+    QTest::keySequence(field, QKeySequence::SelectAll);
+    QTest::keyClick(field, Qt::Key_Delete);
+    QTest::keyClicks(field, text);
+}
+
+void RunningProgram::pressKey(const QString &name, Qt::Key key) const
+{
+    QTest::keyClick(find<QWidget>(name), key);
+}
+
+void RunningProgram::chooseMode(int segment) const
+{
+    QTest::mouseClick(find<SegmentedControl>(u"segController"_s)->button(segment), Qt::LeftButton);
+}
+
+Qt::DropAction RunningProgram::drop(const QString &name, const QMimeData &data,
+                                    Qt::DropActions allowed) const
+{
+    // To the window, which finds the control beneath as it does in a real drag.
+    const auto *control = find<QWidget>(name);
+    QWindow *window = control->window()->windowHandle();
+    const QPoint place = control->mapTo(control->window(), control->rect().center());
+    QDragEnterEvent enter(place, allowed, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window, &enter);
+    const Qt::DropAction answer = enter.isAccepted() ? enter.dropAction() : Qt::IgnoreAction;
+    QDropEvent drop(place, allowed, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(window, &drop);
+    return answer;
+}
+
+Qt::DropAction RunningProgram::dropFiles(const QString &name, const QStringList &paths) const
+{
+    QList<QUrl> urls;
+    for (const QString &path : paths)
+        urls << QUrl::fromLocalFile(path);
+    QMimeData data;
+    data.setUrls(urls);
+    return drop(name, data);
+}
+
+AlertAnswerer::AlertAnswerer()
+{
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { answer(); });
+    m_timer.start(2ms);
+}
+
+void AlertAnswerer::answer()
+{
+    auto *alert = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    if (!alert)
+        return;
+    QStringList buttons;
+    for (const QAbstractButton *each : alert->buttons())
+        buttons << each->text().remove(u'&');
+    seen << Alert{alert->text(), alert->informativeText(), alert->icon(), buttons};
+    QTest::mouseClick(alert->buttons().constFirst(), Qt::LeftButton);
+}
