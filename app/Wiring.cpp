@@ -66,6 +66,8 @@ void BrimvaleAppDelegate::buildWindows()
     arrayController->setObjectName(u"arrayController"_s);
     theTable->setModel(arrayController);
 
+    input->setFocus();
+
     int row = 0;
     for (QAbstractButton *choice : std::initializer_list<QAbstractButton *>{
              compositionsChoice, effectsChoice, generatorsChoice, titlesChoice, transitionsChoice})
@@ -92,6 +94,7 @@ void BrimvaleAppDelegate::wireControls()
         return true;
     });
     connect(installPage, &dropZone::hovered, installHint, &DropHint::setHighlighted);
+    connect(input, &QLineEdit::textChanged, input, &QLineEdit::setToolTip);
     connect(input, &QLineEdit::returnPressed, this, &App::setPathEnter);
     connect(addButton, &Button::clicked, this, &App::doOpen);
     connect(clearButton, &Button::clicked, this, &App::clearInputs);

@@ -68,6 +68,7 @@ void ElidedLabel::paintEvent(QPaintEvent *)
     }
     const QString shown = fontMetrics().elidedText(isEmpty ? m_placeholderText : text(),
                                                    Qt::ElideMiddle, area.width());
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // a path reads from its own side
     const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment());
     style()->drawItemText(&painter, area, static_cast<int>(side), palette(), isEnabled(), shown,
                           isEmpty ? QPalette::PlaceholderText : foregroundRole());

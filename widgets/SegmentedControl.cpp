@@ -118,6 +118,7 @@ void SegmentedControl::setSegments(const QStringList &labels)
         m_buttons << button;
     }
     setMomentary(m_isMomentary);
+    setSelectedSegment(m_isMomentary ? -1 : 0);
     setFocusProxy(m_buttons.value(0));
 }
 

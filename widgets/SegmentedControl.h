@@ -19,6 +19,7 @@ public:
     explicit SegmentedControl(QWidget *parent = nullptr);
 
     [[nodiscard]] QStringList segments() const;
+    /// The first one becomes the selected one, unless the control is momentary.
     void setSegments(const QStringList &labels);
 
     /// The index of the segment that was selected last; -1 before any was.
