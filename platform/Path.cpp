@@ -46,7 +46,8 @@ QString Path::joined(const QString &folder, const QString &component)
         return folder;
     if (folder.isEmpty())
         return component;
-    return withoutTrailingSlashes(folder) + (folder == u"/" || component.startsWith(u'/') ? u"" : u"/")
+    const QString trimmed = withoutTrailingSlashes(folder);
+    return (trimmed == u"/" ? QString() : trimmed) + (component.startsWith(u'/') ? u"" : u"/")
            + component;
 }
 

@@ -59,6 +59,8 @@ Outcome TreeCopy::run()
         outcome = copyEntries();
     if (outcome)
         outcome = finishFolders();
+    if (outcome && m_progress)
+        m_progress({m_bytesDone, m_tree.bytes});
     return outcome;
 }
 
