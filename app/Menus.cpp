@@ -60,7 +60,7 @@ void BrimvaleAppDelegate::wireMenus()
     run(openGeneratorsFolderItem, this, &App::openGeneratorsFolder);
     run(openTitlesFolderItem, this, &App::openTitlesFolder);
     run(openTransitionsFolderItem, this, &App::openTransitionsFolder);
-    run(Ui::MainWindow::openArchivesFolder, this, &App::openArchivesFolder);
+    run(openArchivesFolderItem, this, &App::openArchivesFolder);
     run(runPrefsWindowItem, this, &App::runPrefsWindow);
     run(openLogsWindowItem, this, &App::openLogsWindow);
     run(Ui::MainWindow::runHelpBook, helpBook, &dornelHelpBook::runHelpBook);

@@ -39,7 +39,8 @@ void BrimvaleAppDelegate::buildWindows()
     theTabView->addWidget(editPage);
     // The footer comes last: the pages joined the window behind it.
     QWidget *last = tClearButton;
-    for (QWidget *next : {Ui::MainWindow::openTemplatesRootFolder, Ui::MainWindow::openLogsWindow,
+    for (QWidget *next : {Ui::MainWindow::openTemplatesRootFolder,
+                          Ui::MainWindow::openArchivesFolder, Ui::MainWindow::openLogsWindow,
                           Ui::MainWindow::runPrefsWindow, Ui::MainWindow::openHelpSheet}) {
         QWidget::setTabOrder(last, next);
         last = next;
@@ -76,7 +77,7 @@ void BrimvaleAppDelegate::buildWindows()
                                                           existsTextField, mCancel, backupProgress})
         keepPlaceWhenHidden(each);
     backupProgress->hide();
-    installHintIcon->setPixmap(QIcon(u":/icons/library-32.png"_s).pixmap(QSize(32, 32)));
+    installHintIcon->setPixmap(QIcon(u":/icons/library-64.png"_s).pixmap(QSize(64, 64)));
 }
 
 /// Which control triggers which action.
@@ -141,6 +142,7 @@ void BrimvaleAppDelegate::wireControls()
 
     connect(Ui::MainWindow::openTemplatesRootFolder, &Button::clicked, this,
             &App::openTemplatesRootFolder);
+    connect(Ui::MainWindow::openArchivesFolder, &Button::clicked, this, &App::openArchivesFolder);
     connect(Ui::InstallPage::openCompositionsFolder, &Button::clicked, this,
             &App::openCompositionsFolder);
     connect(Ui::InstallPage::openEffectsFolder, &Button::clicked, this, &App::openEffectsFolder);

@@ -38,6 +38,7 @@ void BrimvaleAppDelegate::openLogsWindow()
     arrayController->setObjectValue(SettingsStore().object(SettingsStore::installations));
     helpButton->setChecked(false);
     makeKeyAndOrderFront(logWindow);
+    theTable->scrollToBottom(); // to the newest
 }
 
 void BrimvaleAppDelegate::printHelpText()
