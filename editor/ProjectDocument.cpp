@@ -96,10 +96,16 @@ pugi::xml_node following(pugi::xml_node node, pugi::xml_node end)
     return node == end ? end : node.next_sibling();
 }
 
+/// What is marked on the file, not what this user may do with it: root may do everything.
+QFile::Permissions markedPermissions(const QFileInfo &file)
+{
+    return file.permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+}
+
 bool isMarkedReadOnly(const QFileInfo &file)
 {
-    return file.exists() && !(file.permissions() & (QFile::WriteOwner | QFile::WriteUser |
-                                                    QFile::WriteGroup | QFile::WriteOther));
+    constexpr auto anyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    return file.exists() && !(markedPermissions(file) & anyWrite);
 }
 
 } // namespace
@@ -185,8 +191,9 @@ Outcome saveProjectDocument(const ProjectDocument &document, const QString &path
     if (isMarkedReadOnly(target) || isMarkedReadOnly(QFileInfo(target.canonicalPath())))
         return Failure{u"%1 or its folder is read-only"_s.arg(path)};
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !prettyPrint(document, file) ||
-        !file.commit())
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        (target.exists() && !file.setPermissions(markedPermissions(target))) ||
+        !prettyPrint(document, file) || !file.commit())
         return Failure{u"cannot write %1: %2"_s.arg(path, file.errorString())};
     return {};
 }

@@ -166,7 +166,7 @@ private:
     struct Decoded
     {
         char32_t character = 0;
-        int length = 0; // in bytes, 0 when they are not UTF-8
+        int length = 0; // in bytes; both are 0 when the bytes are not UTF-8
     };
 
     // The sequences of RFC 3629: none longer than needed, no surrogates.
@@ -174,14 +174,11 @@ private:
     {
         const auto byte = [this](int index) { return static_cast<unsigned char>(m_next[index]); };
         const unsigned char first = byte(0);
-        const int length = first < 0x80   ? 1
-                           : first < 0xC2 ? 0
-                           : first < 0xE0 ? 2
-                           : first < 0xF0 ? 3
-                           : first < 0xF5 ? 4
-                                          : 0;
-        if (length < 2)
-            return {first, length};
+        if (first < 0x80)
+            return {first, 1};
+        const int length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+        if (first < 0xC2 || first > 0xF4)
+            return {};
         char32_t character = first & (0x7F >> length);
         for (int index = 1; index < length; ++index) {
             if ((byte(index) & 0xC0) != 0x80)
@@ -189,7 +186,9 @@ private:
             character = character << 6 | (byte(index) & 0x3F);
         }
         constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
-        return {character, character >= smallest[static_cast<std::size_t>(length)] ? length : 0};
+        if (character < smallest[static_cast<std::size_t>(length)])
+            return {};
+        return {character, length};
     }
 
     bool character()
@@ -315,7 +314,7 @@ private:
 
     // [23] XMLDecl ::= '<?xml' VersionInfo EncodingDecl? SDDecl? S? '?>'
     // [24] VersionInfo ::= S 'version' Eq ("'" VersionNum "'" | '"' VersionNum '"')
-    // [26] VersionNum ::= '1.' [0-9]+
+    // [26] VersionNum ::= '1.' [0-9]+ (without a digit all parsers still take it)
     // [80] EncodingDecl ::= S 'encoding' Eq ('"' EncName '"' | "'" EncName "'")
     // [81] EncName ::= [A-Za-z] ([A-Za-z0-9._] | '-')*
     // [32] SDDecl ::= S 'standalone' Eq (("'" ('yes' | 'no') "'") | ('"' ('yes' | 'no') '"'))
