@@ -88,6 +88,7 @@ private Q_SLOTS:
     void endsAtTheFirstMissingFact_data();
     void endsAtTheFirstMissingFact();
     void clears();
+    void dropBringsTheWindowForward();
     void answersTheDragSource_data();
     void answersTheDragSource();
     void rejectsOtherFiles();
@@ -229,6 +230,17 @@ void EditorIntakeTest::clears()
     QCOMPARE(editor.find<QWidget>(u"element"_s)->property("focusRing"), false);
 }
 
+void EditorIntakeTest::dropBringsTheWindowForward()
+{
+    TestHome home;
+    const Editor editor;
+    editor.click(u"openLogsWindow"_s);
+    QTRY_COMPARE(QApplication::activeWindow(), editor.find<QWidget>(u"logWindow"_s));
+    editor.drop({home.makeFile(u"Intro.motn"_s, motionFile())});
+    QTRY_COMPARE(QApplication::activeWindow(), editor.find<QWidget>(u"mWindow"_s));
+    QVERIFY(editor.find<QWidget>(u"element"_s)->hasFocus());
+}
+
 void EditorIntakeTest::answersTheDragSource_data()
 {
     QTest::addColumn<bool>("files");
@@ -322,7 +334,7 @@ void EditorIntakeTest::takesSeveralFiles()
 
     QFETCH(int, alertCount);
     QFETCH(QString, last);
-    QCOMPARE(alerts.seen, QList(alertCount, wrongKind));
+    QCOMPARE(alerts.seen, QList<AlertAnswerer::Alert>(alertCount, wrongKind));
     QCOMPARE(editor.text(u"input1"_s), home.path(last));
     QTEST(editor.text(u"display"_s), "display");
     QTEST(editor.text(u"theFrameRate"_s), "frameRate");
