@@ -8,6 +8,51 @@
 
 namespace {
 
+/// Bytes at which a text cannot simply be copied on: its end, and what must not stand in it as it
+/// is. That is what markup begins with, and blanks that a reader would turn into others.
+class StopBytes
+{
+public:
+    constexpr explicit StopBytes(std::string_view bytes)
+    {
+        m_stops[0] = true;
+        for (const char byte : bytes)
+            m_stops[static_cast<unsigned char>(byte)] = true;
+    }
+
+    [[nodiscard]] constexpr bool hold(char byte) const
+    {
+        return m_stops[static_cast<unsigned char>(byte)];
+    }
+
+private:
+    std::array<bool, 256> m_stops{};
+};
+
+constexpr StopBytes inMarkup("");
+constexpr StopBytes inText("&<>\r");
+constexpr StopBytes inAttribute("&<\"\t\n\r");
+
+std::string_view reference(char byte)
+{
+    switch (byte) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '"':
+        return "&quot;";
+    case '\t':
+        return "&#9;";
+    case '\n':
+        return "&#10;";
+    default:
+        return "&#13;";
+    }
+}
+
 /// UTF-8 on its way to the device, in large pieces and in the encoding of the document.
 class Output
 {
@@ -19,100 +64,72 @@ public:
 
     void put(std::string_view text)
     {
-        if (text.size() > m_buffer.size() - m_used) {
-            flush();
-            if (text.size() > m_buffer.size())
-                return write(text);
+        for (const char byte : text) {
+            if (m_next == m_end)
+                flush();
+            *m_next++ = byte;
         }
-        text.copy(m_buffer.data() + m_used, text.size());
-        m_used += text.size();
+    }
+
+    /// With references for what must not stand in it. Most texts are a few bytes long: a loop is
+    /// faster than strlen() and memcpy().
+    void put(const char *text, const StopBytes &stops)
+    {
+        for (;;) {
+            char *next = m_next;
+            while (next != m_end && !stops.hold(*text))
+                *next++ = *text++;
+            m_next = next;
+            if (next == m_end)
+                flush();
+            else if (*text == 0)
+                return;
+            else
+                put(reference(*text++));
+        }
     }
 
     bool flush()
     {
-        write({m_buffer.data(), m_used});
-        m_used = 0;
-        return m_good;
-    }
-
-private:
-    void write(std::string_view text)
-    {
-        const QByteArrayView bytes(text.data(), static_cast<qsizetype>(text.size()));
+        const QByteArrayView bytes(m_buffer.data(), m_next - m_buffer.data());
+        m_next = m_buffer.data();
         if (m_recoded) {
             const QByteArray recoded = m_encoder(QString(m_decoder(bytes)));
             m_good = m_good && m_device.write(recoded) == recoded.size();
         } else {
             m_good = m_good && m_device.write(bytes.data(), bytes.size()) == bytes.size();
         }
+        return m_good;
     }
 
+private:
     QIODevice &m_device;
     bool m_recoded;
     bool m_good = true;
     QStringDecoder m_decoder{QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom};
     QStringEncoder m_encoder;
     std::array<char, 1 << 16> m_buffer;
-    std::size_t m_used = 0;
+    char *m_next = m_buffer.data();
+    char *m_end = m_next + m_buffer.size();
 };
-
-/// What must not stand in a text or an attribute value as it is, with its reference: what markup
-/// begins with, and the blanks that a reader would turn into others.
-class Escapes
-{
-public:
-    constexpr explicit Escapes(std::string_view escaped)
-    {
-        for (const char byte : escaped)
-            m_escaped[static_cast<unsigned char>(byte)] = true;
-    }
-
-    [[nodiscard]] constexpr bool holds(char byte) const
-    {
-        return m_escaped[static_cast<unsigned char>(byte)];
-    }
-
-    static std::string_view reference(char byte)
-    {
-        switch (byte) {
-        case '&':
-            return "&amp;";
-        case '<':
-            return "&lt;";
-        case '>':
-            return "&gt;";
-        case '"':
-            return "&quot;";
-        case '\t':
-            return "&#9;";
-        case '\n':
-            return "&#10;";
-        default:
-            return "&#13;";
-        }
-    }
-
-private:
-    std::array<bool, 256> m_escaped{};
-};
-
-constexpr Escapes textEscapes("&<>\r");
-constexpr Escapes attributeEscapes("&<\"\t\n\r");
 
 class Printer
 {
 public:
-    Printer(QIODevice &device, QStringConverter::Encoding encoding) : m_output(device, encoding) {}
-
-    bool print(const ProjectDocument &document)
+    Printer(const ProjectDocument &document, QIODevice &device)
+        : m_document(document), m_output(device, document.encoding().form)
     {
-        if (document.encoding().byteOrderMark)
+    }
+
+    bool print()
+    {
+        if (m_document.encoding().byteOrderMark)
             m_output.put("\xEF\xBB\xBF");
-        if (const QByteArray &declaration = document.declaration(); !declaration.isEmpty()) {
-            m_output.put({declaration.data(), static_cast<std::size_t>(declaration.size())});
+        if (!m_document.declaration().isEmpty()) {
+            m_output.put(m_document.declaration().constData(), inMarkup);
             m_output.put("\n");
         }
-        for (const pugi::xml_node node : document.tree().children()) {
+        for (const pugi::xml_node node : m_document.tree().children()) {
             printNode(node);
             m_output.put("\n");
         }
@@ -126,7 +143,7 @@ private:
         case pugi::node_element:
             return printElement(node);
         case pugi::node_pcdata:
-            return printEscaped(node.value(), textEscapes);
+            return m_output.put(node.value(), inText);
         case pugi::node_cdata:
             return printBetween("<![CDATA[", node.value(), "]]>");
         case pugi::node_comment:
@@ -134,44 +151,45 @@ private:
         case pugi::node_doctype:
             return printBetween("<!DOCTYPE ", node.value(), ">");
         case pugi::node_pi:
-            m_output.put("<?");
-            m_output.put(node.name());
-            return printBetween(*node.value() ? " " : "", node.value(), "?>");
+            printBetween("<?", node.name(), *node.value() != 0 ? " " : "");
+            return printBetween("", node.value(), "?>");
         default:
             return;
         }
     }
 
-    void printBetween(std::string_view before, std::string_view value, std::string_view after)
+    void printBetween(std::string_view before, const char *markup, std::string_view after)
     {
         m_output.put(before);
-        m_output.put(value);
+        m_output.put(markup, inMarkup);
         m_output.put(after);
     }
 
     void printElement(pugi::xml_node element)
     {
-        const std::string_view name = element.name();
-        m_output.put("<");
-        m_output.put(name);
-        for (const pugi::xml_attribute attribute : element.attributes()) {
+        const char *name = element.name();
+        printBetween("<", name, "");
+        for (pugi::xml_attribute attribute = element.first_attribute(); attribute;
+             attribute = attribute.next_attribute()) {
             printBetween(" ", attribute.name(), "=\"");
-            printEscaped(attribute.value(), attributeEscapes);
+            m_output.put(attribute.value(), inAttribute);
             m_output.put("\"");
         }
-        if (!element.first_child())
-            return m_output.put("/>");
-        m_output.put(">");
-        printContent(element);
-        printBetween("</", name, ">");
+        if (const pugi::xml_node child = element.first_child()) {
+            m_output.put(">");
+            printContent(child);
+            printBetween("</", name, ">");
+        } else {
+            m_output.put("/>");
+        }
     }
 
-    void printContent(pugi::xml_node element)
+    void printContent(pugi::xml_node child)
     {
         const bool indented = m_indented;
-        m_indented = m_indented && !holdsText(element);
+        m_indented = m_indented && !holdText(child);
         ++m_level;
-        for (const pugi::xml_node child : element.children()) {
+        for (; child; child = child.next_sibling()) {
             startLine();
             printNode(child);
         }
@@ -180,12 +198,18 @@ private:
         m_indented = indented;
     }
 
-    static bool holdsText(pugi::xml_node element)
+    /// Whether there is text among a first child and its siblings. Without mixed content it has
+    /// none.
+    [[nodiscard]] bool holdText(pugi::xml_node child) const
     {
-        const auto children = element.children();
-        return std::any_of(children.begin(), children.end(), [](pugi::xml_node child) {
-            return child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
-        });
+        const auto isText = [](pugi::xml_node node) {
+            return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+        };
+        if (!m_document.hasMixedContent())
+            return isText(child);
+        while (child && !isText(child))
+            child = child.next_sibling();
+        return !child.empty();
     }
 
     void startLine()
@@ -197,20 +221,7 @@ private:
             m_output.put("\t");
     }
 
-    void printEscaped(const char *text, const Escapes &escapes)
-    {
-        for (;;) {
-            const char *end = text;
-            while (*end != 0 && !escapes.holds(*end))
-                ++end;
-            m_output.put({text, static_cast<std::size_t>(end - text)});
-            if (*end == 0)
-                return;
-            m_output.put(Escapes::reference(*end));
-            text = end + 1;
-        }
-    }
-
+    const ProjectDocument &m_document;
     Output m_output;
     int m_level = 0;
     bool m_indented = true; // false inside an element that holds text
@@ -220,5 +231,5 @@ private:
 
 bool prettyPrint(const ProjectDocument &document, QIODevice &device)
 {
-    return Printer(device, document.encoding().form).print(document);
+    return Printer(document, device).print();
 }

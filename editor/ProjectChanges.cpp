@@ -2,6 +2,7 @@
 
 #include <iterator>
 #include <set>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -97,10 +98,11 @@ ConformMatches conformFirstTriple(ProjectDocument &document,
         setTexts({rates.front(), durations.front(), flags.front()},
                  {rate->frameRate, rate->frames, u"0"_s});
     }
-    // Later rounds look for durations and flags anew, when the first may have taken some away.
-    const auto left = elementsNamed(document, {"duration", "NTSC"});
-    const bool flagsLeft = !left[1].empty();
-    matches.moreTriples = flags.size() > 1 || (durations.size() > 1 && flagsLeft) ||
-                          (rates.size() > 1 && !left[0].empty() && flagsLeft);
+    matches.moreTriples = flags.size() > 1;
+    if (!matches.moreTriples && (rates.size() > 1 || durations.size() > 1)) {
+        // The later rounds look anew, for what the first one has not taken away.
+        const auto left = elementsNamed(document, {"duration", "NTSC"});
+        matches.moreTriples = !left[1].empty() && (durations.size() > 1 || !left[0].empty());
+    }
     return matches;
 }

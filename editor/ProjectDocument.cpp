@@ -86,14 +86,21 @@ void dropBlanksBetweenNodes(pugi::xml_node parent)
     }
 }
 
-/// The node whose start comes next, the end of the walk when there is none.
-pugi::xml_node following(pugi::xml_node node, pugi::xml_node end)
+void collectElements(pugi::xml_node parent, std::initializer_list<std::string_view> names,
+                     ElementsByName &elements)
 {
-    if (const pugi::xml_node child = node.first_child())
-        return child;
-    while (node != end && !node.next_sibling())
-        node = node.parent();
-    return node == end ? end : node.next_sibling();
+    for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling()) {
+        if (child.type() != pugi::node_element)
+            continue;
+        // Nearly every element is none of these, and its first letter tells.
+        const auto name =
+            std::find_if(names.begin(), names.end(), [own = child.name()](std::string_view wanted) {
+                return *own == wanted.front() && wanted == own;
+            });
+        if (name != names.end())
+            elements[static_cast<std::size_t>(name - names.begin())].push_back(child);
+        collectElements(child, names, elements);
+    }
 }
 
 /// What is marked on the file, not what this user may do with it: root may do everything.
@@ -129,6 +136,8 @@ Result<ProjectDocument> openProjectDocument(const QString &path)
     document.m_declaration = QByteArray(outline->declaration.data(),
                                         static_cast<qsizetype>(outline->declaration.size()));
 
+    document.m_mixedContent = outline->mixedContent;
+
     constexpr unsigned int everything =
         pugi::parse_default | pugi::parse_pi | pugi::parse_comments | pugi::parse_doctype;
     document.m_text = std::move(*text);
@@ -159,18 +168,11 @@ QStringList nodeValues(const Result<ProjectDocument> &document, const QString &q
     return values;
 }
 
-std::vector<std::vector<pugi::xml_node>>
-elementsNamed(const ProjectDocument &document, std::initializer_list<std::string_view> names)
+ElementsByName elementsNamed(const ProjectDocument &document,
+                             std::initializer_list<std::string_view> names)
 {
-    std::vector<std::vector<pugi::xml_node>> elements(names.size());
-    const pugi::xml_node end = document.tree();
-    pugi::xml_node node = document.root();
-    while (node != end) {
-        const auto name = std::find(names.begin(), names.end(), std::string_view(node.name()));
-        if (name != names.end() && node.type() == pugi::node_element)
-            elements[static_cast<std::size_t>(name - names.begin())].push_back(node);
-        node = following(node, end);
-    }
+    ElementsByName elements(names.size());
+    collectElements(document.tree(), names, elements);
     return elements;
 }
 

@@ -26,6 +26,9 @@ public:
     /// The XML declaration as it stands in the file; empty when the file has none.
     [[nodiscard]] const QByteArray &declaration() const { return m_declaration; }
 
+    /// Whether an element may hold text beside other nodes: Motion writes none that does.
+    [[nodiscard]] bool hasMixedContent() const { return m_mixedContent; }
+
 private:
     friend Result<ProjectDocument> openProjectDocument(const QString &path);
 
@@ -33,6 +36,7 @@ private:
     pugi::xml_document m_tree;
     XmlEncoding m_encoding;
     QByteArray m_declaration;
+    bool m_mixedContent = false;
 };
 
 /// Reads the whole file. There is no document when it is no regular file (a fifo or a device is
@@ -44,10 +48,13 @@ Result<ProjectDocument> openProjectDocument(const QString &path);
 /// element is the context node. Empty without a document, and when the query is none.
 QStringList nodeValues(const Result<ProjectDocument> &document, const QString &query);
 
-/// The elements of the document that bear one of these names, in document order, by the place of
-/// the name: what queries like "//theme" find, in one walk for all of them.
-std::vector<std::vector<pugi::xml_node>>
-elementsNamed(const ProjectDocument &document, std::initializer_list<std::string_view> names);
+/// Elements in document order, by the place that their name has among the names asked for.
+using ElementsByName = std::vector<std::vector<pugi::xml_node>>;
+
+/// All elements of the document that bear one of these names: what queries like "//theme" find,
+/// in one walk for all of them.
+ElementsByName elementsNamed(const ProjectDocument &document,
+                             std::initializer_list<std::string_view> names);
 
 /// As XPath defines it: of an element its text and that of everything in it.
 QString stringValue(const pugi::xpath_node &node);
