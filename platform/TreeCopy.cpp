@@ -108,12 +108,13 @@ Outcome TreeCopy::copyEntries()
     if (m_tree.entries.size() > manyEntries ||
         (m_tree.entries.size() > 1 && m_tree.bytes > manyBytes)) {
         try {
-            helper = std::async(std::launch::async, [this, &count] { return copyShare(count); });
+            helper = std::async(std::launch::async,
+                                [this, &count] { return copyShare(Share::FromTheBack, count); });
         } catch (const std::system_error &) {
             // No thread to be had: this one does it all.
         }
     }
-    Outcome outcome = copyShare(countAndTick);
+    Outcome outcome = copyShare(Share::FromTheFront, countAndTick);
     if (helper.valid()) {
         while (helper.wait_for(reportInterval) != std::future_status::ready)
             tick();
@@ -124,14 +125,15 @@ Outcome TreeCopy::copyEntries()
     return outcome;
 }
 
-Outcome TreeCopy::copyShare(const Native::Advance &advance)
+Outcome TreeCopy::copyShare(Share share, const Native::Advance &advance)
 {
     FolderCursor from(m_tree, m_from);
     FolderCursor to(m_tree, m_to);
-    while (!m_ended) {
-        const size_t index = m_next++;
-        if (index >= m_tree.entries.size())
-            break;
+    const size_t count = m_tree.entries.size();
+    // As many as are taken from both ends together, so they never pass each other. Meeting only
+    // there, the threads seldom wait for each other to make a file in the same folder.
+    for (size_t mine = 0; !m_ended && m_taken++ < count; ++mine) {
+        const size_t index = share == Share::FromTheFront ? mine : count - 1 - mine;
         const TreeListing::Entry &entry = m_tree.entries[index];
         const int error = copyEntry(entry, from, to, advance);
         // The first failure is the one to tell; it ends the other thread's work too.

@@ -26,7 +26,8 @@ public:
 private:
     Outcome makeFolders();
     Outcome copyEntries();
-    Outcome copyShare(const Native::Advance &advance);
+    enum class Share { FromTheFront, FromTheBack };
+    Outcome copyShare(Share share, const Native::Advance &advance);
     int copyEntry(const TreeListing::Entry &entry, FolderCursor &from, FolderCursor &to,
                   const Native::Advance &advance);
     Outcome finishFolders();
@@ -39,7 +40,7 @@ private:
     TreeListing m_tree;
 
     // Shared by the two threads that copy the entries.
-    std::atomic<size_t> m_next = 0;
+    std::atomic<size_t> m_taken = 0;
     std::atomic<qint64> m_bytesDone = 0;
     std::atomic<bool> m_ended = false;
 };
