@@ -11,36 +11,38 @@ namespace {
 
 using FileTree::Item;
 
-void check(benchmark::State &state, const Outcome &outcome)
+/// Times an operation on a tree until it fails.
+template <class Operation>
+void repeat(benchmark::State &state, const Operation &operation)
 {
-    if (!outcome)
-        state.SkipWithError(outcome.reason().toStdString().c_str());
+    for (auto _ : state) {
+        if (const Outcome outcome = operation(); !outcome) {
+            state.SkipWithError(outcome.reason().toStdString().c_str());
+            break;
+        }
+    }
 }
 
 /// With a progress handler, as the backup does it.
 void copy(benchmark::State &state, const Item &tree, const Item &place)
 {
     qint64 bytes = 0;
-    for (auto _ : state) {
-        check(state, FileTree::copy(tree, place, [&](const FileTree::CopyProgress &progress) {
-                  bytes = progress.bytesDone;
-              }));
-    }
+    const auto progress = [&](const FileTree::CopyProgress &done) { bytes = done.bytesDone; };
+    repeat(state, [&] { return FileTree::copy(tree, place, progress); });
     state.SetBytesProcessed(bytes);
 }
 
 void move(benchmark::State &state, const Item &tree, const Item &place)
 {
-    for (auto _ : state)
-        check(state, FileTree::move(tree, place));
+    repeat(state, [&] { return FileTree::move(tree, place); });
 }
 
 void moveThereAndBack(benchmark::State &state, const Item &tree, const Item &place)
 {
-    for (auto _ : state) {
-        check(state, FileTree::move(tree, place));
-        check(state, FileTree::move(place, tree));
-    }
+    repeat(state, [&] {
+        const Outcome moved = FileTree::move(tree, place);
+        return moved ? FileTree::move(place, tree) : moved;
+    });
 }
 
 } // namespace
