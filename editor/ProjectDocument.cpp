@@ -11,6 +11,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -135,20 +137,21 @@ Result<ProjectDocument> openProjectDocument(const QString &path)
         return Failure{u"an encoding other than UTF-8 and UTF-16, or not the declared one"_s};
     document.m_declaration = QByteArray(outline->declaration.data(),
                                         static_cast<qsizetype>(outline->declaration.size()));
-
     document.m_mixedContent = outline->mixedContent;
 
+    // From here on the text is the tree's: it is parsed where it stands.
+    document.m_text = std::move(*text);
     constexpr unsigned int everything =
         pugi::parse_default | pugi::parse_pi | pugi::parse_comments | pugi::parse_doctype;
-    document.m_text = std::move(*text);
+    const unsigned int blanks =
+        document.m_mixedContent ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
     const pugi::xml_parse_result parsed = document.m_tree.load_buffer_inplace(
         document.m_text.data(), static_cast<std::size_t>(document.m_text.size()),
-        everything | (outline->mixedContent ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single),
-        pugi::encoding_utf8);
+        everything | blanks, pugi::encoding_utf8);
     if (!parsed)
         return Failure{QString::fromLatin1(parsed.description())};
-    if (outline->mixedContent)
-        dropBlanksBetweenNodes(document.m_tree);
+    if (document.m_mixedContent)
+        dropBlanksBetweenNodes(document.tree());
     return document;
 }
 

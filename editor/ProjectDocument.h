@@ -20,7 +20,8 @@ class ProjectDocument
 {
 public:
     [[nodiscard]] pugi::xml_node root() const { return m_tree.document_element(); }
-    [[nodiscard]] const pugi::xml_document &tree() const { return m_tree; }
+    /// The node above the root: its other children stand before and behind the root.
+    [[nodiscard]] pugi::xml_node tree() const { return m_tree.root(); }
     [[nodiscard]] XmlEncoding encoding() const { return m_encoding; }
 
     /// The XML declaration as it stands in the file; empty when the file has none.
