@@ -40,7 +40,6 @@ private Q_SLOTS:
     void showsInstallModeWithEverythingEmpty();
     void makesTheArchiveFolder_data();
     void makesTheArchiveFolder();
-    void showsSettingsOfAnEarlierRun_data();
     void showsSettingsOfAnEarlierRun();
     void switchesModes();
     void endsWithItsWindow_data();
@@ -108,31 +107,22 @@ void StartTest::makesTheArchiveFolder()
     QCOMPARE(alerts.seen.size(), 0);
 }
 
-void StartTest::showsSettingsOfAnEarlierRun_data()
-{
-    QTest::addColumn<int>("records");
-    for (const int records : {0, 1, 2, 300})
-        QTest::addRow("%d records", records) << records;
-}
-
 void StartTest::showsSettingsOfAnEarlierRun()
 {
-    QFETCH(const int, records);
-    const TestHome home;
-    QCOMPARE(runChild(u"writeSettings"_s, {QString::number(records)}).exitCode, 0);
-
-    const RunningProgram program;
-    QCOMPARE(program.text(u"backupPath"_s), u"/backups/No, 1; \"ü\""_s);
-    QCOMPARE(program.text(u"theFolderImage"_s), u"2024"_s);
-    QVERIFY(program.text(u"lastBackupDate"_s).contains(u"2024"_s));
-    const QVariant date = program.find<DateField>(u"lastBackupDate"_s)->objectValue();
-    QCOMPARE(date.metaType(), QMetaType::fromType<QDateTime>());
-    QCOMPARE(date.toDateTime(), lastBackup);
-    QVERIFY(!program.isShown(u"theBackupButton"_s));
-    const QAbstractItemModel *table = program.find<QTableView>(u"theTable"_s)->model();
-    QCOMPARE(table->rowCount(), records);
-    for (const int row : {0, records - 1}) {
-        if (records > 0)
+    for (const int records : {0, 1, 2, 300}) {
+        const TestHome home;
+        QCOMPARE(runChild(u"writeSettings"_s, {QString::number(records)}).exitCode, 0);
+        const RunningProgram program;
+        QCOMPARE(program.text(u"backupPath"_s), u"/backups/No, 1; \"ü\""_s);
+        QCOMPARE(program.text(u"theFolderImage"_s), u"2024"_s);
+        QVERIFY(program.text(u"lastBackupDate"_s).contains(u"2024"_s));
+        const QVariant date = program.find<DateField>(u"lastBackupDate"_s)->objectValue();
+        QCOMPARE(date.metaType(), QMetaType::fromType<QDateTime>());
+        QCOMPARE(date.toDateTime(), lastBackup);
+        QVERIFY(!program.isShown(u"theBackupButton"_s));
+        const QAbstractItemModel *table = program.find<QTableView>(u"theTable"_s)->model();
+        QCOMPARE(table->rowCount(), records);
+        for (int row = 0; row < records; ++row)
             QCOMPARE(table->index(row, 0).data().toString(), u"%1, Titles   Glow"_s.arg(row + 1));
     }
 }

@@ -114,7 +114,6 @@ private Q_SLOTS:
     void explainsReset();
     void asksBeforeItResets_data();
     void asksBeforeItResets();
-    void resetsForGood_data();
     void resetsForGood();
 };
 
@@ -123,8 +122,7 @@ void InstallationHistoryTest::recordsOnTick101()
     const LibraryHome home;
     const RunningProgram program;
     const QSignalSpy bar(program.find<QProgressBar>(u"progressBar"_s), &QProgressBar::valueChanged);
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
-    program.click(u"titlesChoice"_s);
+    program.chooseTitle(home.path(u"Desktop/Glow"_s));
     QElapsedTimer clock;
     clock.start();
     program.click(u"mSendButton"_s);
@@ -168,8 +166,7 @@ void InstallationHistoryTest::recordsWhatIsChosenAtTheEnd()
     QFETCH(const QString, record);
     const LibraryHome home;
     const RunningProgram program;
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
-    program.click(u"titlesChoice"_s);
+    program.chooseTitle(home.path(u"Desktop/Glow"_s));
     for (const QString &control : before)
         program.click(control);
     if (during == QStringList{u"none"_s}) {
@@ -191,19 +188,16 @@ void InstallationHistoryTest::runsOneAnimationForTwoInstalls()
     const LibraryHome home;
     const RunningProgram program;
     QSignalSpy bar(program.find<QProgressBar>(u"progressBar"_s), &QProgressBar::valueChanged);
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
-    program.click(u"mSendButton"_s);
+    program.installTitle(home.path(u"Desktop/Glow"_s));
     QTRY_VERIFY(bar.size() > 50);
-    program.dropFiles(u"installHint"_s, {home.makeFolder(u"Desktop/Shine"_s)});
-    program.click(u"mSendButton"_s);
+    program.installTitle(home.makeFolder(u"Desktop/Shine"_s));
     QVERIFY(waitForTheEnd(program));
     QCOMPARE(values(bar), oneToHundred() + QList{0});
     QCOMPARE(home.names(u"Desktop"_s), QStringList());
 
     // A second timer would count along now.
     bar.clear();
-    program.dropFiles(u"installHint"_s, {home.makeFolder(u"Desktop/Spark"_s)});
-    program.click(u"mSendButton"_s);
+    program.installTitle(home.makeFolder(u"Desktop/Spark"_s));
     QVERIFY(waitForTheEnd(program));
     QCOMPARE(values(bar), oneToHundred() + QList{0});
     QCOMPARE(shownLines(program).size(), 2);
@@ -218,8 +212,7 @@ void InstallationHistoryTest::countsWithTheEditor()
                              &QProgressBar::valueChanged);
     const QSignalSpy edit(program.find<QProgressBar>(u"progressBarT"_s),
                           &QProgressBar::valueChanged);
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
-    program.click(u"mSendButton"_s);
+    program.installTitle(home.path(u"Desktop/Glow"_s));
     program.chooseMode(1);
     program.dropFiles(u"editHint"_s, {home.makeFile(u"Glow.moti"_s, R"(<?xml version="1.0"?>
         <ozml><displayversion/><template/><scene><sceneSettings><width>1920</width>
@@ -244,8 +237,7 @@ void InstallationHistoryTest::addsToWhatWasStoredMeanwhile()
     const LibraryHome home;
     const RunningProgram program;
     QCOMPARE(runChild(u"addRecords"_s, {u"1"_s}).exitCode, 0);
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
-    program.click(u"mSendButton"_s);
+    program.installTitle(home.path(u"Desktop/Glow"_s));
     QVERIFY(waitForTheEnd(program));
     const QStringList lines = shownLines(program);
     QCOMPARE(lines.size(), 2);
@@ -279,8 +271,7 @@ void InstallationHistoryTest::showsTenThousandRecords()
     QCOMPARE(lines.size(), 10000);
     QCOMPARE(lines.last(), u"10000 Titles   Glow"_s);
 
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
-    program.click(u"mSendButton"_s);
+    program.installTitle(home.path(u"Desktop/Glow"_s));
     QVERIFY(waitForTheEnd(program));
     QCOMPARE(shownLines(program).size(), 10001);
 }
@@ -340,22 +331,16 @@ void InstallationHistoryTest::asksBeforeItResets()
     QCOMPARE(storedLines().size(), resets ? 0 : 3);
 }
 
-void InstallationHistoryTest::resetsForGood_data()
-{
-    QTest::addColumn<QString>("records");
-    QTest::newRow("an empty history") << u"0"_s;
-    QTest::newRow("a long one") << u"1000"_s;
-}
-
 void InstallationHistoryTest::resetsForGood()
 {
-    QFETCH(const QString, records);
     const TestHome home;
     SettingsStore().setObject(u"/backups"_s, SettingsStore::theAppBackupPath);
-    QCOMPARE(runChild(u"addRecords"_s, {records}).exitCode, 0);
-    QCOMPARE(runChild(u"resetAndDie"_s).exitCode, -1);
-    QVERIFY(!SettingsStore().object(SettingsStore::installations).isValid());
-    QCOMPARE(SettingsStore().object(SettingsStore::theAppBackupPath), u"/backups"_s);
+    for (const QString &records : {u"0"_s, u"1000"_s}) {
+        QCOMPARE(runChild(u"addRecords"_s, {records}).exitCode, 0);
+        QCOMPARE(runChild(u"resetAndDie"_s).exitCode, -1);
+        QVERIFY(!SettingsStore().object(SettingsStore::installations).isValid());
+        QCOMPARE(SettingsStore().object(SettingsStore::theAppBackupPath), u"/backups"_s);
+    }
 }
 
 int main(int argc, char *argv[])

@@ -45,8 +45,7 @@ void InstallIntoCategoryTest::movesTheTemplate()
     QCOMPARE(program.text(u"test"_s), QString());
     QCOMPARE(program.text(u"theLastPathComponent"_s), QString());
     QVERIFY(program.find<QLineEdit>(u"input"_s)->hasFocus());
-    for (const QString &button : {u"mSendButton"_s, u"clearButton"_s, u"mNewCatButton"_s})
-        QVERIFY(!program.isEnabled(button));
+    QVERIFY(program.installButtonsAre(false));
 }
 
 void InstallIntoCategoryTest::touchesNothingElse_data()
@@ -82,9 +81,8 @@ void InstallIntoCategoryTest::touchesNothingElse()
     const RunningProgram program;
     QVERIFY(QDir::setCurrent(home.path()));
     const auto before = home.snapshot();
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
+    program.chooseTitle(home.path(u"Desktop/Glow"_s));
     program.type(u"input"_s, typed.replace(u"HOME"_s, home.path()));
-    program.click(u"titlesChoice"_s);
     program.click(u"mSendButton"_s);
 
     const auto expected =
@@ -100,22 +98,24 @@ void InstallIntoCategoryTest::touchesNothingElse()
 void InstallIntoCategoryTest::needsTheCategory_data()
 {
     QTest::addColumn<bool>("isFile");
-    QTest::newRow("missing") << false;
-    QTest::newRow("a file") << true;
+    QTest::addColumn<QString>("subCategory");
+    QTest::newRow("missing") << false << QString();
+    QTest::newRow("missing, sub-category") << false << u"Lower Thirds"_s;
+    QTest::newRow("a file") << true << QString();
+    QTest::newRow("a file, sub-category") << true << u"Lower Thirds"_s;
 }
 
 void InstallIntoCategoryTest::needsTheCategory()
 {
     QFETCH(const bool, isFile);
+    QFETCH(const QString, subCategory);
     const LibraryHome home;
     QVERIFY(QDir(home.path(home.titles())).removeRecursively());
     if (isFile)
         home.makeFile(home.titles());
     const RunningProgram program;
     const auto before = home.snapshot();
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
-    program.click(u"titlesChoice"_s);
-    program.click(u"mSendButton"_s);
+    program.installTitle(home.path(u"Desktop/Glow"_s), subCategory);
     QCOMPARE(home.changesSince(before), QStringList());
     QCOMPARE(program.text(u"input"_s), QString());
 }
@@ -133,8 +133,7 @@ void InstallIntoCategoryTest::installsNothingWithoutASelection()
     QCOMPARE(home.changesSince(before), QStringList());
     QCOMPARE(program.text(u"input"_s), home.path(u"Desktop/Glow"_s));
     QVERIFY(program.find<QLineEdit>(u"input"_s)->hasFocus());
-    for (const QString &button : {u"mSendButton"_s, u"clearButton"_s, u"mNewCatButton"_s})
-        QVERIFY(!program.isEnabled(button));
+    QVERIFY(program.installButtonsAre(false));
 }
 
 int main(int argc, char *argv[])

@@ -11,16 +11,13 @@ class InstallIntoSubCategoryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void showsWhatItWillInstall_data();
     void showsWhatItWillInstall();
     void installsIntoTheNamedFolder_data();
     void installsIntoTheNamedFolder();
     void installsWhatWasChosenWhenTheSheetOpened();
-    void changesNothingWhenCancelled_data();
     void changesNothingWhenCancelled();
     void installsNothingWithoutATemplate_data();
     void installsNothingWithoutATemplate();
-    void needsTheCategory();
 
 private:
     static void openSheet(const RunningProgram &program, const LibraryHome &home);
@@ -29,38 +26,30 @@ private:
 /// For the template on the desktop, and Titles.
 void InstallIntoSubCategoryTest::openSheet(const RunningProgram &program, const LibraryHome &home)
 {
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
-    program.click(u"titlesChoice"_s);
+    program.chooseTitle(home.path(u"Desktop/Glow"_s));
     program.click(u"mNewCatButton"_s);
-}
-
-void InstallIntoSubCategoryTest::showsWhatItWillInstall_data()
-{
-    QTest::addColumn<QString>("choice");
-    for (const auto &category : LibraryHome::categories())
-        QTest::newRow(qUtf8Printable(category.name)) << category.choice;
 }
 
 void InstallIntoSubCategoryTest::showsWhatItWillInstall()
 {
-    QFETCH(const QString, choice);
     const LibraryHome home;
     const RunningProgram program;
     openSheet(program, home);
-    program.type(u"textField"_s, u"left over"_s);
-    program.click(u"closeSheet"_s);
-
-    program.click(choice);
-    program.click(u"mNewCatButton"_s);
     const auto *sheet = program.find<QWidget>(u"catSheet"_s);
     QVERIFY(sheet->isVisible());
     QCOMPARE(sheet->windowModality(), Qt::WindowModal);
     QCOMPARE(sheet->parentWidget(), program.find<QWidget>(u"mWindow"_s));
-    QCOMPARE(program.text(u"sheetLabel"_s), QString::fromLatin1(QTest::currentDataTag()));
-    QCOMPARE(program.text(u"textField"_s), QString());
-    QCOMPARE(program.text(u"mirroredPath"_s), home.path(u"Desktop/Glow"_s));
-    QCOMPARE(program.text(u"theReQueue"_s), u"Glow"_s);
-    QCOMPARE(program.text(u"theLastPathComponent"_s), u"Glow"_s);
+    for (const auto &category : home.categories()) {
+        program.type(u"textField"_s, u"left over"_s);
+        program.click(u"closeSheet"_s);
+        program.click(category.choice);
+        program.click(u"mNewCatButton"_s);
+        QCOMPARE(program.text(u"sheetLabel"_s), category.name);
+        QCOMPARE(program.text(u"textField"_s), QString());
+        QCOMPARE(program.text(u"mirroredPath"_s), home.path(u"Desktop/Glow"_s));
+        QCOMPARE(program.text(u"theReQueue"_s), u"Glow"_s);
+        QCOMPARE(program.text(u"theLastPathComponent"_s), u"Glow"_s);
+    }
 }
 
 void InstallIntoSubCategoryTest::installsIntoTheNamedFolder_data()
@@ -115,8 +104,7 @@ void InstallIntoSubCategoryTest::installsIntoTheNamedFolder()
     QCOMPARE(program.text(u"theLastPathComponent"_s), u"Glow"_s);
     for (const QString &field : {u"mirroredPath"_s, u"textField"_s, u"input"_s, u"test"_s})
         QCOMPARE(program.text(field), QString());
-    for (const QString &button : {u"mSendButton"_s, u"clearButton"_s, u"mNewCatButton"_s})
-        QVERIFY(!program.isEnabled(button));
+    QVERIFY(program.installButtonsAre(false));
     QTRY_VERIFY(program.find<QLineEdit>(u"input"_s)->hasFocus());
 }
 
@@ -134,33 +122,25 @@ void InstallIntoSubCategoryTest::installsWhatWasChosenWhenTheSheetOpened()
              home.withMoved(before, u"Desktop/Glow"_s, home.titles() + u"/Glow"_s));
 }
 
-void InstallIntoSubCategoryTest::changesNothingWhenCancelled_data()
-{
-    QTest::addColumn<bool>("escape");
-    QTest::newRow("by its button") << false;
-    QTest::newRow("by Escape") << true;
-}
-
 void InstallIntoSubCategoryTest::changesNothingWhenCancelled()
 {
-    QFETCH(const bool, escape);
     const LibraryHome home;
     const RunningProgram program;
     const auto before = home.snapshot();
-    openSheet(program, home);
-    program.type(u"textField"_s, u"Lower Thirds"_s);
-    if (escape)
-        program.pressKey(u"textField"_s, Qt::Key_Escape);
-    else
-        program.click(u"closeSheet"_s);
-
-    QVERIFY(!program.isShown(u"catSheet"_s));
-    QCOMPARE(home.changesSince(before), QStringList());
-    QCOMPARE(program.text(u"mirroredPath"_s), home.path(u"Desktop/Glow"_s));
-    QCOMPARE(program.text(u"input"_s), home.path(u"Desktop/Glow"_s));
-    QCOMPARE(program.text(u"theReQueue"_s), u"Glow"_s);
-    for (const QString &button : {u"mSendButton"_s, u"clearButton"_s, u"mNewCatButton"_s})
-        QVERIFY(program.isEnabled(button));
+    for (const bool byEscape : {false, true}) {
+        openSheet(program, home);
+        program.type(u"textField"_s, u"Lower Thirds"_s);
+        if (byEscape)
+            program.pressKey(u"textField"_s, Qt::Key_Escape);
+        else
+            program.click(u"closeSheet"_s);
+        QVERIFY(!program.isShown(u"catSheet"_s));
+        QCOMPARE(home.changesSince(before), QStringList());
+        QCOMPARE(program.text(u"mirroredPath"_s), home.path(u"Desktop/Glow"_s));
+        QCOMPARE(program.text(u"input"_s), home.path(u"Desktop/Glow"_s));
+        QCOMPARE(program.text(u"theReQueue"_s), u"Glow"_s);
+        QVERIFY(program.installButtonsAre(true));
+    }
 }
 
 void InstallIntoSubCategoryTest::installsNothingWithoutATemplate_data()
@@ -183,30 +163,16 @@ void InstallIntoSubCategoryTest::installsNothingWithoutATemplate()
     const LibraryHome home;
     const RunningProgram program;
     const auto before = home.snapshot();
-    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
+    program.chooseTitle(home.path(u"Desktop/Glow"_s));
     program.type(u"input"_s, QString());
     if (confirmed)
         program.pressKey(u"input"_s, Qt::Key_Return);
-    program.click(u"titlesChoice"_s);
     program.click(u"mNewCatButton"_s);
     QVERIFY(program.isShown(u"catSheet"_s));
     QCOMPARE(program.text(u"theLastPathComponent"_s), u"Please assign a Folder Path ..."_s);
     program.type(u"textField"_s, typed);
     program.click(u"generateCustomFolder"_s);
     QCOMPARE(home.changesSince(before), made);
-    QCOMPARE(program.text(u"theReQueue"_s), u"Done"_s);
-}
-
-void InstallIntoSubCategoryTest::needsTheCategory()
-{
-    const LibraryHome home;
-    QVERIFY(QDir(home.path(home.titles())).removeRecursively());
-    const RunningProgram program;
-    const auto before = home.snapshot();
-    openSheet(program, home);
-    program.type(u"textField"_s, u"Lower Thirds"_s);
-    program.click(u"generateCustomFolder"_s);
-    QCOMPARE(home.changesSince(before), QStringList());
     QCOMPARE(program.text(u"theReQueue"_s), u"Done"_s);
 }
 

@@ -11,20 +11,6 @@ namespace {
 
 const QString trash = u".local/share/Trash"_s;
 
-/// Installs as a title, into a sub-category where one is named.
-void install(const RunningProgram &program, const QString &path, const QString &subCategory = {})
-{
-    program.dropFiles(u"installHint"_s, {path});
-    program.click(u"titlesChoice"_s);
-    if (subCategory.isEmpty()) {
-        program.click(u"mSendButton"_s);
-        return;
-    }
-    program.click(u"mNewCatButton"_s);
-    program.type(u"textField"_s, subCategory);
-    program.click(u"generateCustomFolder"_s);
-}
-
 } // namespace
 
 /// A template of the same name is there already.
@@ -63,7 +49,7 @@ void ReplaceInstalledTest::trashesTheOldOne()
     home.makeFile(u"Desktop/Old/Old.moti"_s, "new");
     const RunningProgram program;
     const auto before = home.snapshot();
-    install(program, home.path(source), subCategory);
+    program.installTitle(home.path(source), subCategory);
 
     auto after = home.snapshot();
     const auto expected =
@@ -89,7 +75,7 @@ void ReplaceInstalledTest::keepsEveryOldOne()
     const RunningProgram program;
     for (const QByteArray content : {"first", "second", "third"}) {
         home.makeFile(u"Desktop/Old/Old.moti"_s, content);
-        install(program, home.path(u"Desktop/Old"_s));
+        program.installTitle(home.path(u"Desktop/Old"_s));
     }
     QCOMPARE(home.read(home.titles() + u"/Old/Old.moti"_s), "third");
     QByteArrayList trashed;
@@ -125,7 +111,7 @@ void ReplaceInstalledTest::changesNothingWithoutATrash()
     home.makeFile(inTheWay);
     const RunningProgram program;
     const auto before = home.snapshot();
-    install(program, home.path(u"Desktop/Old"_s), subCategory);
+    program.installTitle(home.path(u"Desktop/Old"_s), subCategory);
     QCOMPARE(home.changesSince(before), QStringList());
     QCOMPARE(program.text(u"input"_s), QString());
 }

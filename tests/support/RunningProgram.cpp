@@ -92,6 +92,30 @@ Qt::DropAction RunningProgram::dropFiles(const QString &name, const QStringList 
     return drop(name, data);
 }
 
+void RunningProgram::chooseTitle(const QString &path) const
+{
+    dropFiles(u"installHint"_s, {path});
+    click(u"titlesChoice"_s);
+}
+
+void RunningProgram::installTitle(const QString &path, const QString &subCategory) const
+{
+    chooseTitle(path);
+    if (subCategory.isEmpty()) {
+        click(u"mSendButton"_s);
+        return;
+    }
+    click(u"mNewCatButton"_s);
+    type(u"textField"_s, subCategory);
+    click(u"generateCustomFolder"_s);
+}
+
+bool RunningProgram::installButtonsAre(bool enabled) const
+{
+    return isEnabled(u"mSendButton"_s) == enabled && isEnabled(u"clearButton"_s) == enabled &&
+           isEnabled(u"mNewCatButton"_s) == enabled;
+}
+
 AlertAnswerer::AlertAnswerer()
 {
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { answer(); });
