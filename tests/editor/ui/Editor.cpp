@@ -9,14 +9,14 @@
 
 using namespace Qt::StringLiterals;
 
-Editor::Editor()
+void Editor::dropFiles(const QStringList &paths) const
 {
-    chooseMode(1);
+    RunningProgram::dropFiles(u"editHint"_s, paths);
 }
 
-void Editor::drop(const QStringList &paths) const
+void Editor::load(const QByteArray &content, const QString &name) const
 {
-    dropFiles(u"editHint"_s, paths);
+    dropFiles({makeFile(name, content)});
 }
 
 void Editor::paste(const QString &name, const QString &text) const
@@ -26,10 +26,30 @@ void Editor::paste(const QString &name, const QString &text) const
     QTest::keySequence(find<QLineEdit>(name), QKeySequence::Paste);
 }
 
+QStringList Editor::texts(const QStringList &names) const
+{
+    QStringList found;
+    for (const QString &each : names)
+        found << text(each);
+    return found;
+}
+
+bool Editor::areEnabled(const QStringList &names, bool enabled) const
+{
+    return std::all_of(names.begin(), names.end(),
+                       [&](const QString &each) { return isEnabled(each) == enabled; });
+}
+
 QColor Editor::colour(const QString &name) const
 {
     const auto *label = find<QLabel>(name);
     return label->palette().color(label->foregroundRole());
+}
+
+bool Editor::waitUntilActive(const QString &window) const
+{
+    const auto *wanted = find<QWidget>(window);
+    return QTest::qWaitFor([&] { return QApplication::activeWindow() == wanted; });
 }
 
 bool Editor::waitForAnimation() const
@@ -52,9 +72,9 @@ QByteArray motionFile(const QList<std::pair<QByteArray, QByteArray>> &replacemen
 
 QByteArray themedFile(const QByteArray &theme)
 {
-    return motionFile({{"<build>", "<template>\n\t<theme>" + theme +
-                                       "</theme>\n</template>\n\n"
-                                       "<build>"}});
+    const QByteArray fourthChild = "<description></description>\n\n<scene>";
+    const QByteArray element = "<template>\n\t<theme>" + theme + "</theme>\n</template>\n\n";
+    return motionFile({{fourthChild, element + fourthChild}});
 }
 
 QStringList elements(const QByteArray &file)
@@ -78,16 +98,5 @@ QStringList elements(const QByteArray &file)
     }
     if (reader.hasError())
         qFatal("no XML any more: %s", qUtf8Printable(reader.errorString()));
-    return found;
-}
-
-QStringList texts(const QByteArray &file, const QString &name)
-{
-    QStringList found;
-    for (const QString &element : elements(file)) {
-        const QString path = element.section(u'=', 0, 0);
-        if (path.section(u'/', -1) == name)
-            found << element.sliced(path.size() + 1);
-    }
     return found;
 }

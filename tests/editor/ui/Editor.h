@@ -5,28 +5,32 @@
 #include "tests/support/RunningProgram.h"
 #include "tests/support/TestHome.h"
 
-/// The program on its Edit side.
-class Editor : public RunningProgram
+/// The program on its Edit side, in a home of its own.
+class Editor : public TestHome, public RunningProgram
 {
 public:
-    Editor();
+    Editor() { chooseMode(1); }
 
-    void drop(const QStringList &paths) const;
+    void dropFiles(const QStringList &paths) const;
+    /// Makes the file, and drops it.
+    void load(const QByteArray &content, const QString &name = QStringLiteral("Intro.motn")) const;
     /// From the clipboard: any text, where keys give only Latin ones.
     void paste(const QString &name, const QString &text) const;
+
+    [[nodiscard]] QStringList texts(const QStringList &names) const;
+    [[nodiscard]] bool areEnabled(const QStringList &names, bool enabled = true) const;
     [[nodiscard]] QColor colour(const QString &name) const;
-    /// Only once the animation has ended do controls stand still.
+    [[nodiscard]] bool waitUntilActive(const QString &window) const;
+    /// For the end of the animation that has just been started.
     [[nodiscard]] bool waitForAnimation() const;
 };
 
 /// motionFile() with this in place of that, one after the other.
 QByteArray motionFile(const QList<std::pair<QByteArray, QByteArray>> &replacements);
 
-/// As the fourth child of motionFile()'s root.
+/// motionFile() with a theme, where it is inserted.
 QByteArray themedFile(const QByteArray &theme);
 
 /// Every element, in document order: the path of names to it and the text directly in it, blanks
-/// around it removed ("ozml/scene/sceneSettings/width=1920").
+/// between elements left out ("ozml/scene/sceneSettings/width=1920").
 QStringList elements(const QByteArray &file);
-/// The texts of all elements of that name.
-QStringList texts(const QByteArray &file, const QString &name);
