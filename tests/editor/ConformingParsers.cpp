@@ -24,7 +24,7 @@ Document parsed(const QByteArray &text)
 
 QByteArray bytes(const xmlChar *text)
 {
-    return QByteArray(reinterpret_cast<const char *>(text));
+    return {reinterpret_cast<const char *>(text)};
 }
 
 bool isText(const xmlNode *node)

@@ -195,7 +195,7 @@ void WellFormednessTest::document_isToldFromWhatIsNone_data()
     };
     good("everything", everythingInOne());
     good("names of other scripts", "<größe·1 日本='1'/>");
-    good("every kind of quote", "<a b='\"' c=\"'\">'\"</a>");
+    good("every kind of quote", R"(<a b='"' c="'">'"</a>)");
     good("the last characters of each range", "<a>&#x10FFFF;\xEF\xBF\xBD\xED\x9F\xBF\t\r\n</a>");
     good("an end of data that is none", "<a>]] ]&gt; ]]&gt;<![CDATA[]]]]></a>");
     bad("nothing", "");
