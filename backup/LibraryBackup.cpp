@@ -63,23 +63,20 @@ void BrimvaleAppDelegate::backup()
     pleaseWait->clear();
 }
 
-/// The copy takes its dated name once it is whole. A folder that bears the library's name in the
-/// backup folder already is not this backup's: it is left alone, and the copy takes the dated
-/// name at once.
+/// The copy is never seen under another name than its own: the dated one or, where that is taken,
+/// the library's. What else lies in the backup folder is not this backup's and is left alone.
 void BrimvaleAppDelegate::copyLibrary(const QString &folder, const QString &datedName)
 {
     const QString name = TemplateLibrary::rootName();
+    const bool isTaken = FileTree::exists(Path::joined(folder, datedName));
     const FileTree::Item library{TemplateLibrary::moviesFolder(), name};
-    const bool isTaken = FileTree::exists(Path::joined(folder, name));
-    const FileTree::Item copy{folder, isTaken ? datedName : name};
+    const FileTree::Item copy{folder, isTaken ? name : datedName};
     InputShield shield(this);
     backupProgress->show();
-    const Outcome copied = FileTree::copy(library, copy, [&](const FileTree::CopyProgress &done) {
+    std::ignore = FileTree::copy(library, copy, [&](const FileTree::CopyProgress &done) {
         showBackupProgress(done);
         shield.refreshWindows();
     });
-    if (copied && !isTaken)
-        std::ignore = FileTree::move(copy, {folder, datedName});
     backupProgress->hide();
     backupAmount->clear();
 }
