@@ -6,6 +6,8 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 dornelHelpBook::dornelHelpBook(QWidget *mainWindow)
@@ -84,6 +86,12 @@ void dornelHelpBook::navigate()
 void dornelHelpBook::wireControls()
 {
     connect(modeSegController, &SegmentedControl::pressed, this, &dornelHelpBook::navigate);
+    connect(tabView, &QStackedWidget::currentChanged, this, [this](int page) {
+        const std::array<QAbstractButton *, 6> buttons{
+            Ui::HelpBook::navigateHOME, Ui::HelpBook::pageA, Ui::HelpBook::pageB,
+            Ui::HelpBook::pageC,        Ui::HelpBook::pageD, Ui::HelpBook::pageE};
+        buttons.at(static_cast<std::size_t>(page))->setChecked(true);
+    });
     using Trigger = QAbstractButton;
     connect(Ui::HelpBook::navigateHOME, &Trigger::clicked, this, &dornelHelpBook::navigateHOME);
     connect(Ui::HelpBook::pageA, &Trigger::clicked, this, &dornelHelpBook::pageA);
