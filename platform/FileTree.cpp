@@ -10,7 +10,7 @@
 
 #include <fcntl.h>
 
-#include <cstring>
+#include <system_error>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
@@ -167,7 +167,7 @@ Outcome moveAcrossFileSystems(const Place &source, const Place &destination)
 
 Failure Native::failure(const QString &what, int error)
 {
-    return {what + u": "_s + QString::fromLocal8Bit(std::strerror(error))};
+    return {what + u": "_s + QString::fromStdString(std::generic_category().message(error))};
 }
 
 int renameExclusively(const Place &from, const Place &to)
@@ -215,6 +215,8 @@ Outcome copy(const Item &source, const Item &destination, const ProgressHandler 
     const auto to = open(destination);
     if (!from || !to)
         return Failure{from.reason() + to.reason()};
+    // The source stays: a copy that the power failed can be made again, and a flush would cost
+    // more than the copy itself.
     const auto copied = copyIntoPlace(from->place, to->place, Flush::No, progress);
     return copied ? Outcome() : Failure{copied.reason()};
 }

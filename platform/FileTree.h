@@ -21,26 +21,30 @@ struct Item
 struct CopyProgress
 {
     qint64 bytesDone = 0;
-    qint64 bytesTotal = 0; ///< 0 while the source is still being counted
+    qint64 bytesTotal = 0; ///< of all files; 0 while they are still being counted
 };
 
-/// Called in the thread that asked for the copy, several times a second until it ends.
+/// Called in the thread that asked for the copy, more than twenty times a second until it ends.
+/// Must not throw.
 using ProgressHandler = std::function<void(const CopyProgress &)>;
 
 /// Whether a file or folder is there; a symbolic link counts as what it leads to.
 bool exists(const QString &path);
 
-/// Makes one folder inside an existing one.
+/// Makes one folder inside an existing one; refused like an item.
 Outcome createFolder(const QString &path);
 
 /// One rename within a file system, whatever the tree's size. Across file systems the copy is
-/// whole and on the disk before it gets its name, and has its name before the source goes.
-/// Refused when the destination exists or lies inside the source.
+/// whole and on the disk before it gets its name, and has its name before the source goes, fifos,
+/// sockets and devices with it: no copy keeps those. A source that cannot be removed then is a
+/// failure with the destination in its place.
+/// Refused when the destination exists or lies inside the source, links looked through.
 Outcome move(const Item &source, const Item &destination);
 
-/// Copies a file or a tree with its permissions, modification times, extended attributes and
-/// symbolic links (as links). Fifos, sockets and devices are left out. The copy grows under a
-/// hidden temporary name in the destination's folder. Refused like a move.
+/// Copies a file or a tree with its permissions, times, extended attributes and symbolic links
+/// (as links), and its owner where the user may give files away. Fifos, sockets and devices in a
+/// tree are left out. The copy grows under a hidden name, ".Brimvale-….partial", in the
+/// destination's folder; only a killed program leaves it behind. Refused like a move.
 Outcome copy(const Item &source, const Item &destination, const ProgressHandler &progress = {});
 
 /// Moves the item to the desktop's trash, from where the file manager can restore it. When that

@@ -16,7 +16,7 @@ namespace FileTree {
 
 namespace {
 
-constexpr auto reportInterval = 25ms;
+constexpr auto reportInterval = 33ms;
 
 // Below this a second thread costs more than it gives.
 constexpr size_t manyEntries = 64;

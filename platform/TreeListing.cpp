@@ -25,8 +25,8 @@ FileDescriptor openFolder(int parent, const QByteArray &name)
         ::openat(parent, name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-FolderCursor::FolderCursor(const TreeListing &tree, const Place &root, Access access)
-    : m_tree(tree), m_root(root), m_access(access)
+FolderCursor::FolderCursor(const TreeListing &tree, Place root, Access access)
+    : m_tree(tree), m_root(std::move(root)), m_access(access)
 {
 }
 
@@ -49,8 +49,8 @@ int FolderCursor::open(size_t folder)
             folder = m_tree.folders[folder].parent;
         }
     }
-    for (auto next = down.rbegin(); next != down.rend(); ++next) {
-        if (!descend(*next))
+    for (; !down.empty(); down.pop_back()) {
+        if (!descend(down.back()))
             return -1;
     }
     return current();

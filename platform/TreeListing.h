@@ -46,7 +46,7 @@ class FolderCursor
 {
 public:
     /// Forced access gives the user the right to read and write each folder it opens.
-    FolderCursor(const TreeListing &tree, const Place &root, Access access = Access::AsItIs);
+    FolderCursor(const TreeListing &tree, Place root, Access access = Access::AsItIs);
 
     /// The descriptor, valid until the next call; -1 and errno when the folder cannot be opened.
     int open(size_t folder);

@@ -115,7 +115,7 @@ void FileTreeTest::refusal_leavesEverythingAsItWas()
     QFETCH(Operation, operation);
     QFETCH(Item, source);
     QFETCH(Item, destination);
-    const TestHome home;
+    const TreeHome home;
     home.makeFile(u"file"_s);
     home.makeFile(u"Folder/Below/inside"_s);
     home.makeFile(u"Other/inside"_s);
@@ -134,7 +134,7 @@ void FileTreeTest::refusal_leavesEverythingAsItWas()
 
 void FileTreeTest::createFolder_makesOneFolder()
 {
-    const TestHome home;
+    const TreeHome home;
     for (const QString &path : {u"~/new"_s, u"~/slashes//"_s}) {
         const Outcome outcome = FileTree::createFolder(path);
         QVERIFY2(outcome, qPrintable(outcome.reason()));
@@ -149,7 +149,7 @@ void FileTreeTest::createFolder_makesOneFolder()
 
 void FileTreeTest::exists_followsLinks()
 {
-    const TestHome home;
+    const TreeHome home;
     home.makeFile(u"file"_s);
     QVERIFY(QFile::link(home.path(u"file"_s), home.path(u"link"_s)));
     QVERIFY(QFile::link(u"nowhere"_s, home.path(u"dangling"_s)));
@@ -164,7 +164,7 @@ void FileTreeTest::exists_followsLinks()
 
 void FileTreeTest::move_isARename()
 {
-    const TestHome home;
+    const TreeHome home;
     home.makeFolder(u"To"_s);
     makeOddTree(home.path());
     const auto tree = describeTree(home.path(u"Tree"_s), true);
@@ -178,7 +178,7 @@ void FileTreeTest::move_isARename()
 
 void FileTreeTest::move_acrossFileSystems_keepsTheTree()
 {
-    const TestHome home;
+    const TreeHome home;
     const OtherFileSystem other(home);
     if (!other.isThere())
         QSKIP("no second file system");
@@ -205,7 +205,7 @@ void FileTreeTest::move_acrossFileSystems_failing_leavesTheSource_data()
 void FileTreeTest::move_acrossFileSystems_failing_leavesTheSource()
 {
     QFETCH(QString, name);
-    const TestHome home;
+    const TreeHome home;
     const OtherFileSystem other(home);
     if (!other.isThere())
         QSKIP("no second file system");
@@ -230,7 +230,7 @@ void FileTreeTest::move_acrossFileSystems_failing_leavesTheSource()
 
 void FileTreeTest::move_ofAFolderThatNobodyMayWrite_acrossFileSystems()
 {
-    const TestHome home;
+    const TreeHome home;
     const OtherFileSystem other(home);
     if (!other.isThere())
         QSKIP("no second file system");

@@ -16,6 +16,7 @@ int errorOfRenames = 0;
 } // namespace
 
 /// Stands in for the C library's, to be a file system that does not refuse to replace.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" int renameat2(int fromFolder, const char *from, int toFolder, const char *to,
                          unsigned int flags) noexcept
 {
@@ -57,7 +58,7 @@ void RenameTest::move()
     QFETCH(QString, name);
     QFETCH(QString, destination);
     QFETCH(bool, moves);
-    const TestHome home;
+    const TreeHome home;
     makeOddTree(home.path());
     home.makeFile(u"file"_s);
     home.makeFile(u"To/file"_s, "other");

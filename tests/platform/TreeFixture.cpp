@@ -3,6 +3,7 @@
 #include "platform/TreeListing.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
 
 #include <fcntl.h>
@@ -79,6 +80,18 @@ QByteArray describe(const fs::path &path)
     return S_ISREG(status.st_mode) ? text + ' ' + hashOf(path) : text;
 }
 
+/// QTemporaryDir cannot remove names that are no text, nor trees with paths that are too long.
+void removeEverythingIn(const QString &folder)
+{
+    const FileDescriptor parent(::open(bytes(folder).c_str(), O_RDONLY));
+    for (const QString &name :
+         QDir(folder).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot)) {
+        const FileTree::Place root = {parent.get(), QFile::encodeName(name)};
+        if (const auto listing = FileTree::listTree(root, FileTree::Access::Forced))
+            std::ignore = FileTree::removeTree(*listing, root);
+    }
+}
+
 } // namespace
 
 void makeOddTree(const QString &folder)
@@ -87,7 +100,7 @@ void makeOddTree(const QString &folder)
     fs::create_directories(tree / "empty");
     fs::create_directories(tree / "inner" / "read only");
     makeFile(tree / "empty file", {});
-    makeFile(tree / "large", std::string(3 << 20, 'x') + "end");
+    makeFile(tree / "large", std::string(1 << 20, 'x') + "end");
     makeFile(tree / nameOfAnyBytes, "bytes");
     makeFile(tree / (std::string(250, 'n') + ".motn"), "long");
     makeFile(tree / "inner" / "script", "#!");
@@ -149,12 +162,9 @@ int levelsOf(const QString &folder)
     return levels;
 }
 
-void removeDeepTree(const QString &folder, const QString &name)
+TreeHome::~TreeHome()
 {
-    const FileDescriptor parent(::open(bytes(folder).c_str(), O_RDONLY));
-    const FileTree::Place root = {parent.get(), QFile::encodeName(name)};
-    const auto listing = FileTree::listTree(root, FileTree::Access::Forced);
-    check(listing && FileTree::removeTree(*listing, root));
+    removeEverythingIn(path());
 }
 
 OtherFileSystem::OtherFileSystem(const TestHome &home)
@@ -168,6 +178,12 @@ OtherFileSystem::OtherFileSystem(const TestHome &home)
     if (device != 0 && device != deviceOf(home.path()))
         m_folder =
             std::make_unique<QTemporaryDir>(candidate + QStringLiteral("/brimvale-test-XXXXXX"));
+}
+
+OtherFileSystem::~OtherFileSystem()
+{
+    if (m_folder)
+        removeEverythingIn(path());
 }
 
 QString OtherFileSystem::path(const QString &relative) const

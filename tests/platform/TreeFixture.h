@@ -22,7 +22,15 @@ QMap<QByteArray, QByteArray> describeTree(const QString &path, bool withFifos = 
 void makeDeepTree(const QString &folder, int levels);
 /// The levels under a folder down to the file, -1 without one.
 int levelsOf(const QString &folder);
-void removeDeepTree(const QString &folder, const QString &name);
+
+/// A home that is removed whatever the names and the depth of what lies in it.
+class TreeHome : public TestHome
+{
+public:
+    TreeHome() = default;
+    ~TreeHome();
+    Q_DISABLE_COPY_MOVE(TreeHome)
+};
 
 /// A folder on another file system than the home's, gone with everything in it at the end; empty
 /// where there is none.
@@ -30,6 +38,9 @@ class OtherFileSystem
 {
 public:
     explicit OtherFileSystem(const TestHome &home);
+    ~OtherFileSystem();
+    Q_DISABLE_COPY_MOVE(OtherFileSystem)
+
     [[nodiscard]] bool isThere() const { return m_folder && m_folder->isValid(); }
     [[nodiscard]] QString path(const QString &relative = {}) const;
 
@@ -50,6 +61,7 @@ class AsPlainUser
 public:
     explicit AsPlainUser(const TestHome &home);
     ~AsPlainUser();
+    Q_DISABLE_COPY_MOVE(AsPlainUser)
 
 private:
     const uid_t m_user = ::geteuid();
