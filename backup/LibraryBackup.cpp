@@ -88,8 +88,9 @@ void BrimvaleAppDelegate::showBackupProgress(const FileTree::CopyProgress &progr
     const double share =
         static_cast<double>(progress.bytesDone) / static_cast<double>(progress.bytesTotal);
     backupProgress->setValue(static_cast<int>(share * backupProgress->maximum()));
-    const QLocale locale;
-    backupAmount->setText(tr("%1 of %2")
-                              .arg(locale.formattedDataSize(progress.bytesDone),
-                                   locale.formattedDataSize(progress.bytesTotal)));
+    const auto amount = [](qint64 bytes) {
+        return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+    };
+    backupAmount->setText(
+        tr("%1 of %2").arg(amount(progress.bytesDone), amount(progress.bytesTotal)));
 }
