@@ -2,7 +2,7 @@
 
 from gi.repository import GLib
 
-from stage import PIXELS_PER_POINT, Failure, connect_to_bus, wait_for
+from stage import PIXELS_PER_POINT, connect_to_bus, wait_for
 
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _COMPONENT = "org.a11y.atspi.Component"
@@ -76,15 +76,13 @@ class Node:
             return None
 
     def value_of(self, caption):
-        """What a screen reader reads behind a caption: the label that follows it."""
+        """What a screen reader reads behind a caption: name and description of the label that follows it."""
         try:
             labels = [each for each in self.showing() if each.role == "label"]
-            for label, following in zip(labels, labels[1:]):
-                if label.name == caption:
-                    return following.description or following.name
+            return next(((following.name, following.description) for label, following in zip(labels, labels[1:])
+                         if label.name == caption), ())
         except GLib.Error:
-            pass
-        return None
+            return ()
 
     def says(self, text):
         """Whether a label on screen has this text."""
@@ -175,7 +173,8 @@ class Screen:
         self.wait_until_gone(title)
 
     def drag(self, source_program, files, target):
-        """Drags files out of another program's window and drops them on a node. Answers what the drop was told to be."""
+        """Drags files out of another program's window and drops them on a node. Answers what that program was told that
+        the drop did."""
         before = len(self._stage.log(source_program))
         source = self._stage.start(source_program, *files)
 
