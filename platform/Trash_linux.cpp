@@ -13,8 +13,9 @@
 
 using namespace Qt::StringLiterals;
 
-/// The trash as the freedesktop.org trash specification has it. Not QFile::moveToTrash: without
-/// a usable trash it moves the item into the current folder, and it refuses a dangling link.
+/// The trash as the freedesktop.org trash specification has it. Not QFile::moveToTrash, which in
+/// Qt 6.4 moves into the current folder when there is no data folder, never returns when the
+/// records cannot be written, and refuses a dangling link.
 namespace FileTree::Native {
 
 namespace {
