@@ -119,7 +119,18 @@ void SegmentedControl::setSegments(const QStringList &labels)
     }
     setMomentary(m_isMomentary);
     setSelectedSegment(m_isMomentary ? -1 : 0);
-    setFocusProxy(m_buttons.value(0));
+    takePlaceInTabOrder();
+}
+
+/// The segments come where the control stands, though a form orders its controls before it names
+/// the segments. Only what takes the focus can be ordered.
+void SegmentedControl::takePlaceInTabOrder()
+{
+    setFocusPolicy(Qt::StrongFocus);
+    QWidget *last = this;
+    for (QAbstractButton *each : std::as_const(m_buttons))
+        setTabOrder(std::exchange(last, each), each);
+    setFocusPolicy(Qt::NoFocus);
 }
 
 void SegmentedControl::setSelectedSegment(int segment)

@@ -41,6 +41,7 @@ Q_SIGNALS:
     void pressed(int segment);
 
 private:
+    void takePlaceInTabOrder();
     void updateChecks();
 
     QList<QAbstractButton *> m_buttons;
