@@ -1,5 +1,6 @@
 #include "ElidedLabel.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -13,10 +14,34 @@ namespace {
 
 constexpr int paperMargin = 8;
 
+/// What a screen reader reads: what is shown, be it the placeholder.
+class AccessibleText : public QAccessibleWidget
+{
+public:
+    explicit AccessibleText(ElidedLabel *label) : QAccessibleWidget(label, QAccessible::StaticText)
+    {
+    }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
+    {
+        const auto *label = static_cast<const ElidedLabel *>(object());
+        const QString shown = label->text().isEmpty() ? label->placeholderText() : label->text();
+        return kind == QAccessible::Name && !shown.isEmpty() ? shown
+                                                             : QAccessibleWidget::text(kind);
+    }
+
+    static QAccessibleInterface *make(const QString &, QObject *object)
+    {
+        auto *label = qobject_cast<ElidedLabel *>(object);
+        return label ? new AccessibleText(label) : nullptr;
+    }
+};
+
 } // namespace
 
 ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
 {
+    QAccessible::installFactory(AccessibleText::make); // the first time; then it is there
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
