@@ -195,12 +195,8 @@ void InstallationHistoryTest::runsOneAnimationForTwoInstalls()
     QCOMPARE(values(bar), oneToHundred() + QList{0});
     QCOMPARE(home.names(u"Desktop"_s), QStringList());
 
-    // A second timer would count along now.
-    bar.clear();
-    program.installTitle(home.makeFolder(u"Desktop/Spark"_s));
-    QVERIFY(waitForTheEnd(program));
-    QCOMPARE(values(bar), oneToHundred() + QList{0});
-    QCOMPARE(shownLines(program).size(), 2);
+    QVERIFY(!bar.wait(50)); // a second timer would count on
+    QCOMPARE(shownLines(program).size(), 1);
 }
 
 /// Both bars advance one counter; the one that runs on takes it from the start again.

@@ -31,6 +31,7 @@ class NotificationTest : public QObject
 
 private Q_SLOTS:
     void initTestCase();
+    void cleanup() { QDBusConnection::disconnectFromBus(u"service"_s); }
     void cleanupTestCase();
     void announcesEveryInstall_data();
     void announcesEveryInstall();
@@ -110,7 +111,6 @@ void NotificationTest::announcesEveryInstall()
         QTRY_COMPARE(m_service.received.size(), install);
         QCOMPARE(m_service.received.last(), QStringList({u"Operation Successful"_s, text}));
     }
-    QDBusConnection::disconnectFromBus(u"service"_s);
 }
 
 /// One that does not run, and one whose bus is gone.
