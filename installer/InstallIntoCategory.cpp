@@ -4,6 +4,7 @@
 #include "platform/Path.h"
 #include "platform/UserNotification.h"
 #include "widgets/Focus.h"
+#include "widgets/InputShield.h"
 
 #include <QButtonGroup>
 
@@ -32,7 +33,10 @@ void BrimvaleAppDelegate::moveTemplate(const FileTree::Item &source, const QStri
 {
     const FileTree::Item destination{folder, source.name};
     std::ignore = FileTree::trash(destination);
-    std::ignore = FileTree::move(source, destination);
+    // From another disk it takes its time, and the windows repaint meanwhile.
+    InputShield shield(this);
+    std::ignore = FileTree::move(source, destination,
+                                 [&](const FileTree::CopyProgress &) { shield.refreshWindows(); });
 }
 
 void BrimvaleAppDelegate::announceInstall(const QString &informativeText)

@@ -148,9 +148,10 @@ Result<TreeListing> copyIntoPlace(const Place &source, const Place &destination,
     return Failure{done.reason()};
 }
 
-Outcome moveAcrossFileSystems(const Place &source, const Place &destination)
+Outcome moveAcrossFileSystems(const Place &source, const Place &destination,
+                              const ProgressHandler &progress)
 {
-    const auto copied = copyIntoPlace(source, destination, Flush::BeforeItGetsItsName, {});
+    const auto copied = copyIntoPlace(source, destination, Flush::BeforeItGetsItsName, progress);
     if (!copied)
         return Failure{copied.reason()};
     // Its name too is on the disk before the source goes.
@@ -198,14 +199,14 @@ Outcome createFolder(const QString &path)
     return outcome(u"cannot create "_s + expanded, error == 0 ? 0 : errno);
 }
 
-Outcome move(const Item &source, const Item &destination)
+Outcome move(const Item &source, const Item &destination, const ProgressHandler &progress)
 {
     const auto from = open(source);
     const auto to = open(destination);
     if (!from || !to)
         return Failure{from.reason() + to.reason()};
     const int error = renameExclusively(from->place, to->place);
-    return error == EXDEV ? moveAcrossFileSystems(from->place, to->place)
+    return error == EXDEV ? moveAcrossFileSystems(from->place, to->place, progress)
                           : outcome(u"cannot move "_s + source.name, error);
 }
 

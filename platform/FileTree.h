@@ -24,7 +24,7 @@ struct CopyProgress
     qint64 bytesTotal = 0; ///< of all files; 0 while they are still being counted
 };
 
-/// Called in the thread that asked for the copy, more than twenty times a second until it ends.
+/// Called in the thread that asked for it, more than twenty times a second until it ends.
 /// Must not throw.
 using ProgressHandler = std::function<void(const CopyProgress &)>;
 
@@ -38,8 +38,9 @@ Outcome createFolder(const QString &path);
 /// whole and on the disk before it gets its name, and has its name before the source goes, fifos,
 /// sockets and devices with it: no copy keeps those. A source that cannot be removed then is a
 /// failure with the destination in its place.
-/// Refused when the destination exists or lies inside the source, links looked through.
-Outcome move(const Item &source, const Item &destination);
+/// Refused when the destination exists or lies inside the source, links looked through. Only a
+/// move across file systems takes long enough to report progress.
+Outcome move(const Item &source, const Item &destination, const ProgressHandler &progress = {});
 
 /// Copies a file or a tree with its permissions, times, extended attributes and symbolic links
 /// (as links), and its owner where the user may give files away. Fifos, sockets and devices in a

@@ -11,7 +11,8 @@ InputShield::InputShield(QObject *controller) : m_controller(controller)
 
 InputShield::~InputShield()
 {
-    QCoreApplication::processEvents(); // what was pressed meanwhile was pressed in vain
+    if (m_hasRefreshed)
+        QCoreApplication::processEvents(); // what was pressed meanwhile was pressed in vain
 }
 
 void InputShield::refreshWindows()
@@ -21,6 +22,7 @@ void InputShield::refreshWindows()
         return;
     QCoreApplication::processEvents();
     m_sinceRefresh.restart();
+    m_hasRefreshed = true;
 }
 
 bool InputShield::eventFilter(QObject *watched, QEvent *event)

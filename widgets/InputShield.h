@@ -24,4 +24,5 @@ public:
 private:
     QObject *m_controller;
     QElapsedTimer m_sinceRefresh;
+    bool m_hasRefreshed = false;
 };
