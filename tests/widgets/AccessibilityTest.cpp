@@ -1,0 +1,245 @@
+#include "tests/support/RunningProgram.h"
+#include "tests/support/TestHome.h"
+
+#include <QAccessible>
+#include <QDialog>
+#include <QLabel>
+#include <QMenuBar>
+
+using namespace Qt::StringLiterals;
+
+/// Every window of the program, held against what a user without a mouse or without sight needs.
+class AccessibilityTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void namesEveryControl_data();
+    void namesEveryControl();
+    void usesEachMnemonicOnce_data();
+    void usesEachMnemonicOnce();
+    void reachesEveryControlByTab_data();
+    void reachesEveryControlByTab();
+    void menusCanBeRead();
+    void menusFollowTheirControls();
+};
+
+namespace {
+
+void addWindows()
+{
+    QTest::addColumn<QString>("window");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QStringList>("tabOrder"); // empty: any
+    const QStringList footer = {u"openTemplatesRootFolder"_s, u"openArchivesFolder"_s,
+                                u"openLogsWindow"_s, u"runPrefsWindow"_s, u"openHelpSheet"_s};
+    QTest::newRow("Install") << u"mWindow"_s << 0
+                             << QStringList{u""_s, // the mode
+                                            u"addButton"_s,
+                                            u"input"_s,
+                                            u"compositionsChoice"_s,
+                                            u"openCompositionsFolder"_s,
+                                            u"openEffectsFolder"_s,
+                                            u"openGeneratorsFolder"_s,
+                                            u"openTitlesFolder"_s,
+                                            u"openTransitionsFolder"_s,
+                                            u"mSendButton"_s,
+                                            u"mNewCatButton"_s,
+                                            u"clearButton"_s} +
+                                    footer;
+    QTest::newRow("Edit") << u"mWindow"_s << 1
+                          << QStringList{u""_s,          u"renameButton"_s, u"element"_s,
+                                         u"setButton"_s, u"frPopup"_s,      u"conformButton"_s,
+                                         u"orgButton"_s, u"tClearButton"_s} +
+                                 footer;
+    for (const char *name : {"catSheet", "renameSheet", "confirmSheet", "logWindow", "logSheet",
+                             "prefWindow", "theSheet", "helpWindow"})
+        QTest::newRow(name) << QString::fromLatin1(name) << 1 << QStringList();
+}
+
+/// The row's window in front, with something loaded on both sides and nothing hidden that can be
+/// seen at some time.
+class ShownWindow : public TestHome, public RunningProgram
+{
+public:
+    ShownWindow()
+    {
+        QFETCH(QString, window);
+        QFETCH(int, mode);
+        dropFiles(u"installHint"_s, {makeFolder(u"Glow"_s)});
+        chooseMode(1);
+        dropFiles(u"editHint"_s, {makeFile(u"Intro.motn"_s, "<frameRate>25</frameRate>")});
+        chooseMode(mode);
+        find<QWidget>(u"renameButton"_s)->setEnabled(true);
+        widget = find<QWidget>(window);
+        widget->show();
+        for (const QString &each : {u"theBackupButton"_s, u"mCancel"_s, u"existsTextField"_s})
+            find<QWidget>(each)->show();
+        widget->activateWindow();
+        if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == widget; }))
+            qFatal("%s did not come to the front", qUtf8Printable(window));
+    }
+
+    /// The visible controls of that kind in the window.
+    template <class Type>
+    [[nodiscard]] QList<Type *> all() const
+    {
+        auto found = widget->findChildren<Type *>();
+        found.removeIf([&](Type *each) { return !each->isVisible() || each->window() != widget; });
+        return found;
+    }
+
+    QWidget *widget = nullptr;
+};
+
+QStringList keysUsedTwice(const QStringList &texts)
+{
+    QStringList keys;
+    for (const QString &text : texts)
+        keys << QKeySequence::mnemonic(text).toString();
+    keys.removeAll(QString());
+    for (const QString &each : QStringList(QSet<QString>(keys.begin(), keys.end()).values()))
+        keys.removeOne(each);
+    return keys;
+}
+
+QStringList texts(const QList<QAction *> &items)
+{
+    QStringList found;
+    for (const QAction *each : items)
+        found << each->text();
+    return found;
+}
+
+} // namespace
+
+void AccessibilityTest::namesEveryControl_data()
+{
+    addWindows();
+}
+
+void AccessibilityTest::namesEveryControl()
+{
+    const ShownWindow shown;
+    for (QWidget *each : shown.all<QWidget>()) {
+        const auto *label = qobject_cast<QLabel *>(each);
+        const bool isControl = each->focusPolicy() != Qt::NoFocus || each->inherits("QProgressBar");
+        const bool isText =
+            label && !label->text().isEmpty() && label->textFormat() != Qt::RichText;
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(each);
+        const QString name = accessible ? accessible->text(QAccessible::Name) : QString();
+        if (isText)
+            QCOMPARE(name, QString(label->text()).remove(u'&'));
+        else if (isControl && !(label && label->text().isEmpty()))
+            QVERIFY2(!name.isEmpty(), qPrintable(each->objectName()));
+    }
+}
+
+void AccessibilityTest::usesEachMnemonicOnce_data()
+{
+    addWindows();
+}
+
+void AccessibilityTest::usesEachMnemonicOnce()
+{
+    const ShownWindow shown;
+    QStringList all;
+    for (const auto *each : shown.all<QAbstractButton>())
+        all << each->text();
+    for (const auto *each : shown.all<QLabel>())
+        all << (each->buddy() ? each->text() : QString());
+    for (const auto *each : shown.all<QMenuBar>())
+        all << texts(each->actions());
+    QCOMPARE(keysUsedTwice(all), QStringList());
+}
+
+void AccessibilityTest::reachesEveryControlByTab_data()
+{
+    addWindows();
+}
+
+void AccessibilityTest::reachesEveryControlByTab()
+{
+    QFETCH(QStringList, tabOrder);
+    const ShownWindow shown;
+    QList<QWidget *> chain;
+    do {
+        chain << QApplication::focusWidget();
+        QVERIFY(chain.last());
+        QTest::keyClick(chain.last(), Qt::Key_Tab);
+    } while (!chain.contains(QApplication::focusWidget()));
+    // Of exclusive buttons the chosen one stands for all: the arrow keys go on.
+    for (const auto *each : shown.all<QWidget>()) {
+        if (each->isEnabled() && (each->focusPolicy() & Qt::TabFocus) != 0)
+            QVERIFY2(chain.contains(each), qPrintable(each->objectName()));
+    }
+    QStringList names;
+    for (const QWidget *each : chain)
+        names << each->objectName();
+    if (!tabOrder.isEmpty()) {
+        std::rotate(names.begin(), names.begin() + names.indexOf(u""_s), names.end());
+        QCOMPARE(names, tabOrder);
+    }
+}
+
+void AccessibilityTest::menusCanBeRead()
+{
+    const TestHome home;
+    const RunningProgram program;
+    QStringList shortcuts;
+    for (const QAction *title : program.find<QMenuBar>(u"menuBar"_s)->actions()) {
+        QCOMPARE(keysUsedTwice(texts(title->menu()->actions())), QStringList());
+        for (const QAction *item : title->menu()->actions()) {
+            QVERIFY2(item->isSeparator() || !item->text().isEmpty(),
+                     qPrintable(item->objectName()));
+            if (!item->shortcut().isEmpty())
+                shortcuts << item->shortcut().toString();
+        }
+    }
+    QVERIFY(shortcuts.size() > 10);
+    QCOMPARE(shortcuts.removeDuplicates(), 0);
+}
+
+void AccessibilityTest::menusFollowTheirControls()
+{
+    const QMap<QString, QString> controls = {{u"doOpenItem"_s, u"addButton"_s},
+                                             {u"openFileItem"_s, u"oFile"_s},
+                                             {u"moveAndCloseItem"_s, u"mSendButton"_s},
+                                             {u"createCategoryItem"_s, u"mNewCatButton"_s},
+                                             {u"clearInputsItem"_s, u"clearButton"_s},
+                                             {u"backupOriginalItem"_s, u"orgButton"_s},
+                                             {u"raiseRenameSheetItem"_s, u"renameButton"_s},
+                                             {u"clearEditorItem"_s, u"tClearButton"_s},
+                                             {u"addElementsItem"_s, u"setButton"_s},
+                                             {u"conformItem"_s, u"conformButton"_s}};
+    const TestHome home;
+    const RunningProgram program;
+    const auto enabledItems = [&] {
+        int count = 0;
+        for (auto each = controls.begin(); each != controls.end(); ++each) {
+            const bool isEnabled = program.find<QAction>(each.key())->isEnabled();
+            const auto *control = program.find<QWidget>(each.value());
+            if (isEnabled != (control->isVisible() && control->isEnabled()))
+                return -1;
+            count += isEnabled ? 1 : 0;
+        }
+        return count;
+    };
+    QCOMPARE(enabledItems(), 1);
+    program.dropFiles(u"installHint"_s, {home.makeFolder(u"Glow"_s)});
+    QCOMPARE(enabledItems(), 4);
+    program.chooseMode(1);
+    QCOMPARE(enabledItems(), 1);
+    program.dropFiles(u"editHint"_s, {home.makeFile(u"Intro.motn"_s, "<frameRate>25</frameRate>")});
+    QCOMPARE(enabledItems(), 5);
+    QTest::keySequence(program.find<QWidget>(u"mWindow"_s), QKeySequence(u"Ctrl+W"_s));
+    QCOMPARE(program.text(u"display"_s), QString());
+    QCOMPARE(enabledItems(), 1);
+}
+
+int main(int argc, char *argv[])
+{
+    return runTest<QApplication, AccessibilityTest>(argc, argv);
+}
+
+#include "AccessibilityTest.moc"
