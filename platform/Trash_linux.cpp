@@ -13,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The trash as the freedesktop.org trash specification has it. Not QFile::moveToTrash, which in
+/// The trash as freedesktop.org lays it down. Not QFile::moveToTrash, which in
 /// Qt 6.4 moves into the current folder when there is no data folder, never returns when the
 /// records cannot be written, and refuses a dangling link.
 namespace FileTree::Native {

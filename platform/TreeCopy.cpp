@@ -104,21 +104,21 @@ Outcome TreeCopy::copyEntries()
         return count(bytes);
     };
 
-    std::future<Outcome> helper;
+    std::future<Outcome> second;
     if (m_tree.entries.size() > manyEntries ||
         (m_tree.entries.size() > 1 && m_tree.bytes > manyBytes)) {
         try {
-            helper = std::async(std::launch::async,
+            second = std::async(std::launch::async,
                                 [this, &count] { return copyShare(Share::FromTheBack, count); });
         } catch (const std::system_error &) {
             // No thread to be had: this one does it all.
         }
     }
     Outcome outcome = copyShare(Share::FromTheFront, countAndTick);
-    if (helper.valid()) {
-        while (helper.wait_for(reportInterval) != std::future_status::ready)
+    if (second.valid()) {
+        while (second.wait_for(reportInterval) != std::future_status::ready)
             tick();
-        const Outcome other = helper.get();
+        const Outcome other = second.get();
         if (outcome)
             outcome = other;
     }
