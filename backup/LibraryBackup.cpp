@@ -8,6 +8,7 @@
 #include "widgets/InputShield.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -69,11 +70,15 @@ void BrimvaleAppDelegate::copyLibrary(const QString &folder, const QString &date
 {
     const QString name = TemplateLibrary::rootName();
     const bool isTaken = FileTree::exists(Path::joined(folder, datedName));
-    const FileTree::Item library{TemplateLibrary::moviesFolder(), name};
+    // Where the user keeps the library elsewhere and a link in Movies, a copy of the link is no
+    // backup.
+    const QString library =
+        QFileInfo(Path::expandingTilde(TemplateLibrary::root())).canonicalFilePath();
+    const FileTree::Item source{Path::withoutLastComponent(library), Path::lastComponent(library)};
     const FileTree::Item copy{folder, isTaken ? name : datedName};
     InputShield shield(this);
     backupProgress->show();
-    std::ignore = FileTree::copy(library, copy, [&](const FileTree::CopyProgress &done) {
+    std::ignore = FileTree::copy(source, copy, [&](const FileTree::CopyProgress &done) {
         showBackupProgress(done);
         shield.refreshWindows();
     });
