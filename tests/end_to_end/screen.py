@@ -35,10 +35,6 @@ class Node:
         return self._property(_ACCESSIBLE, "Name")
 
     @property
-    def description(self):
-        return self._property(_ACCESSIBLE, "Description")
-
-    @property
     def value(self):
         """Of a progress bar."""
         return self._property(_VALUE, "CurrentValue")
@@ -76,20 +72,16 @@ class Node:
             return None
 
     def value_of(self, caption):
-        """What a screen reader reads behind a caption: name and description of the label that follows it."""
+        """What a screen reader reads behind a caption: the label that follows it. None where the caption is not."""
         try:
             labels = [each for each in self.showing() if each.role == "label"]
-            return next(((following.name, following.description) for label, following in zip(labels, labels[1:])
-                         if label.name == caption), ())
+            return next((following.name for label, following in zip(labels, labels[1:]) if label.name == caption), None)
         except GLib.Error:
-            return ()
+            return None
 
     def says(self, text):
         """Whether a label on screen has this text."""
-        try:
-            return any(each.role == "label" and text in (each.name, each.description) for each in self.showing())
-        except GLib.Error:
-            return False
+        return self.find("label", text) is not None
 
 
 class Screen:

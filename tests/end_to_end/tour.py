@@ -102,7 +102,7 @@ class Tour:
         self.drop_template(self.make_template("Glow", "second"))
         self.screen.click(self.main(), "push button", "Sub-category…")
         sheet = self.screen.window("Install into a Sub-category")
-        wait_for("the sheet names the category", lambda: "Effects" in sheet.value_of("Category:"))
+        wait_for("the sheet names the category", lambda: sheet.value_of("Category:") == "Effects")
         # Without a name, it goes straight into the category.
         self.screen.click(sheet, "push button", "Install")
         self.wait_for_install("Effect Installed ...")
@@ -188,7 +188,7 @@ class Tour:
         self.screen.choose_file("Backup Folder Selector", self.home / "Backups")
         self.screen.window("Library and Backup")
         self.screen.click(backup, "push button", "Back Up Now")
-        wait_for("the date of the last backup", lambda: re.search(r"\d", "".join(backup.value_of("Last backup:"))))
+        wait_for("the date of the last backup", lambda: re.search(r"\d", backup.value_of("Last backup:") or ""))
         copies = list((self.home / "Backups").iterdir())
         check("one dated copy is in the backup folder", len(copies) == 1 and re.fullmatch(
             r"\d{4}-\d\d-\d\d \d\d-\d\d-\d\d Motion Templates\.localized", copies[0].name))
@@ -282,7 +282,7 @@ class Tour:
 
     def facts_are(self, *facts):
         for caption, value in facts:
-            wait_for(f"'{caption} {value}'", lambda: value in self.main().value_of(caption))
+            wait_for(f"'{caption} {value}'", lambda: self.main().value_of(caption) == value)
 
     def file_says(self, **values):
         written = self.motion_file.read_text()
