@@ -17,13 +17,13 @@ QLineEdit *focusedField()
 
 void showAbout(QWidget *window)
 {
-    auto *about = new QMessageBox(QMessageBox::NoIcon, QMessageBox::tr("About Brimvale"),
+    auto *about = new QMessageBox(QMessageBox::NoIcon, BrimvaleAppDelegate::tr("About Brimvale"),
                                   u"<h3>Brimvale %1</h3>"_s.arg(QApplication::applicationVersion()),
                                   QMessageBox::Ok, window);
     about->setAttribute(Qt::WA_DeleteOnClose);
     about->setIconPixmap(QApplication::windowIcon().pixmap(QSize(64, 64)));
     about->setInformativeText(
-        QMessageBox::tr("Installs, inspects and edits templates for Motion."));
+        BrimvaleAppDelegate::tr("Installs, inspects and edits templates for Motion."));
     about->open();
 }
 

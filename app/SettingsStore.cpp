@@ -2,7 +2,9 @@
 
 using namespace Qt::StringLiterals;
 
-SettingsStore::SettingsStore() : m_settings(u"Brimvale"_s, u"Brimvale"_s)
+// The default format is the platform's own; a test may set another.
+SettingsStore::SettingsStore()
+    : m_settings(QSettings::defaultFormat(), QSettings::UserScope, u"Brimvale"_s, u"Brimvale"_s)
 {
     m_settings.setFallbacksEnabled(false);
 }

@@ -3,16 +3,22 @@
 #include "help/dornelHelpBook.h"
 #include "history/InstallationHistoryModel.h"
 #include "installer/dropZone.h"
-#include "widgets/MenuFollower.h"
 
 #include <QApplication>
 #include <QButtonGroup>
 #include <QIcon>
-#include <QMessageBox>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+QIcon applicationIcon()
+{
+    QIcon icon(u":/brimvale.png"_s);
+    for (const int size : {16, 24, 32, 48})
+        icon.addFile(u":/brimvale-%1.png"_s.arg(size));
+    return icon;
+}
 
 /// A control that hides keeps its place, so that nothing around it moves.
 void keepPlaceWhenHidden(QWidget *control)
@@ -27,7 +33,7 @@ void keepPlaceWhenHidden(QWidget *control)
 void BrimvaleAppDelegate::buildWindows()
 {
     Q_INIT_RESOURCE(brimvale);
-    QApplication::setWindowIcon(QIcon(u":/brimvale.png"_s));
+    QApplication::setWindowIcon(applicationIcon());
 
     mWindow = new QMainWindow;
     Ui::MainWindow::setupUi(mWindow);

@@ -1,7 +1,6 @@
 #include "BrimvaleAppDelegate.h"
 
 #include <QApplication>
-#include <QIcon>
 
 using namespace Qt::StringLiterals;
 

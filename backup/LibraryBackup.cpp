@@ -64,24 +64,28 @@ void BrimvaleAppDelegate::backup()
     pleaseWait->clear();
 }
 
-/// The copy is never seen under another name than its own: the dated one or, where that is taken,
-/// the library's. What else lies in the backup folder is not this backup's and is left alone.
+/// The copy takes its dated name when it is whole and on the disk. A folder of the library's name
+/// that stands in the backup folder already is not this backup's: it is left alone, and the copy
+/// bears its date from the start.
 void BrimvaleAppDelegate::copyLibrary(const QString &folder, const QString &datedName)
 {
     const QString name = TemplateLibrary::rootName();
-    const bool isTaken = FileTree::exists(Path::joined(folder, datedName));
     // Where the user keeps the library elsewhere and a link in Movies, a copy of the link is no
     // backup.
     const QString library =
         QFileInfo(Path::expandingTilde(TemplateLibrary::root())).canonicalFilePath();
     const FileTree::Item source{Path::withoutLastComponent(library), Path::lastComponent(library)};
-    const FileTree::Item copy{folder, isTaken ? name : datedName};
+    const bool isTaken = FileTree::exists(Path::joined(folder, name));
+    const FileTree::Item copy{folder, isTaken ? datedName : name};
+
     InputShield shield(this);
-    backupProgress->show();
-    std::ignore = FileTree::copy(source, copy, [&](const FileTree::CopyProgress &done) {
+    const FileTree::ProgressHandler progress = [&](const FileTree::CopyProgress &done) {
         showBackupProgress(done);
         shield.refreshWindows();
-    });
+    };
+    backupProgress->show();
+    if (FileTree::copy(source, copy, progress) && FileTree::flush(folder, progress) && !isTaken)
+        std::ignore = FileTree::move(copy, {folder, datedName});
     backupProgress->hide();
     backupAmount->clear();
 }

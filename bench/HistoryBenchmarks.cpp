@@ -18,11 +18,11 @@ InstallationRecord record(int number)
 
 void fillHistory(int records)
 {
-    QList<InstallationRecord> history;
+    QVariantList history;
     for (int number = 0; number < records; ++number)
-        history << record(number);
+        history << QVariantMap{{u"installations"_s, record(number).line}};
     SettingsStore store;
-    storeInstallations(store, history);
+    store.setObject(history, SettingsStore::installations);
     store.synchronize();
 }
 

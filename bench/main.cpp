@@ -19,6 +19,11 @@ int main(int argc, char *argv[])
         workplace = ownInput.emplace().workplace();
     if (workplace.otherFileSystem.isEmpty())
         workplace.otherFileSystem = workplace.folder;
+    // The history is measured in a home of its own, never in that of whoever measures.
+    if (!qEnvironmentVariable("HOME").startsWith(workplace.folder)) {
+        qputenv("HOME", workplace.folder.toUtf8());
+        qputenv("XDG_CONFIG_HOME", (workplace.folder + u"/.config").toUtf8());
+    }
     const QCoreApplication application(argc, argv);
 
     registerEditorBenchmarks(workplace);

@@ -2,6 +2,7 @@
 
 #include "PrettyPrinter.h"
 #include "WellFormedness.h"
+#include "platform/FileTree.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -117,6 +118,13 @@ bool isMarkedReadOnly(const QFileInfo &file)
     return file.exists() && !(markedPermissions(file) & anyWrite);
 }
 
+/// What the new file would lose of the one that it replaces: tags and comments above all.
+bool keepAttributes(const QFileInfo &original, QSaveFile &file)
+{
+    return FileTree::copyExtendedAttributes(original.filePath(), file.handle()) &&
+           file.setPermissions(markedPermissions(original));
+}
+
 } // namespace
 
 Result<ProjectDocument> openProjectDocument(const QString &path)
@@ -197,8 +205,8 @@ Outcome saveProjectDocument(const ProjectDocument &document, const QString &path
         return Failure{u"%1 or its folder is read-only"_s.arg(path)};
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        (target.exists() && !file.setPermissions(markedPermissions(target))) ||
-        !prettyPrint(document, file) || !file.commit())
+        (target.exists() && !keepAttributes(target, file)) || !prettyPrint(document, file) ||
+        !file.commit())
         return Failure{u"cannot write %1: %2"_s.arg(path, file.errorString())};
     return {};
 }

@@ -13,10 +13,6 @@ void InstallationHistoryModel::append(const InstallationRecord &record)
 {
     SettingsStore store;
     appendInstallation(store, record);
-    const int end = rowCount();
-    beginInsertRows({}, end, end);
-    m_records.append(record);
-    endInsertRows();
 }
 
 void InstallationHistoryModel::removeAll()

@@ -4,8 +4,7 @@
 
 #include <QAbstractTableModel>
 
-/// The installation history as one column of lines, oldest first. Adding to it adds to the
-/// stored history.
+/// The installation history as one column of lines, oldest first.
 class InstallationHistoryModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -17,6 +16,7 @@ public:
     /// Shows this array of records; an invalid value shows none.
     void setObjectValue(const QVariant &installations);
 
+    /// Adds to the stored history; what is shown stays until it is read again.
     void append(const InstallationRecord &record);
     /// Removes the lines that are shown; the stored history is its owner's to remove.
     void removeAll();

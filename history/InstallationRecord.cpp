@@ -30,15 +30,6 @@ QList<InstallationRecord> installationRecords(const QVariant &installations)
     return records;
 }
 
-void storeInstallations(SettingsStore &store, const QList<InstallationRecord> &records)
-{
-    QVariantList installations;
-    installations.reserve(records.size());
-    for (const InstallationRecord &each : records)
-        installations.append(QVariantMap{{recordKey, each.line}});
-    store.setObject(installations, SettingsStore::installations);
-}
-
 void appendInstallation(SettingsStore &store, const InstallationRecord &record)
 {
     QVariantList installations = store.object(SettingsStore::installations).toList();

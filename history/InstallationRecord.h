@@ -19,8 +19,5 @@ struct InstallationRecord
 /// The history of a settings value; whatever is no record is left out.
 QList<InstallationRecord> installationRecords(const QVariant &installations);
 
-/// Puts this history in the place of the stored one.
-void storeInstallations(SettingsStore &store, const QList<InstallationRecord> &records);
-
 /// Adds a record at the end of the stored history, whatever was stored since it was last read.
 void appendInstallation(SettingsStore &store, const InstallationRecord &record);

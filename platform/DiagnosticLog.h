@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 /// One line to the diagnostic log: standard error, the message alone.
 void diagnosticLog(const QString &message);

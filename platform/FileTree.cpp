@@ -10,6 +10,8 @@
 
 #include <fcntl.h>
 
+#include <chrono>
+#include <future>
 #include <system_error>
 #include <tuple>
 
@@ -117,6 +119,20 @@ Outcome checkForCopy(const Place &source, const Place &destination)
     return {};
 }
 
+/// A flush can take as long as the copy before it: whoever shows progress goes on repainting.
+int flushFileSystem(int folder, const Tick &tick)
+{
+    std::future<int> flushed;
+    try {
+        flushed = std::async(std::launch::async, Native::flushFileSystem, folder);
+    } catch (const std::system_error &) {
+        return Native::flushFileSystem(folder); // no thread to be had
+    }
+    while (flushed.wait_for(std::chrono::milliseconds(33)) != std::future_status::ready)
+        tick();
+    return flushed.get();
+}
+
 /// Hidden, and telling whose it is when a killed program leaves it behind.
 QByteArray temporaryName()
 {
@@ -134,15 +150,15 @@ Result<TreeListing> copyIntoPlace(const Place &source, const Place &destination,
         return Failure{check.reason()};
     const Place temporary = {destination.folder, temporaryName()};
     TreeCopy copy(source, temporary, progress);
+    const Tick tick = [&copy] { copy.tick(); };
     Outcome done = copy.run();
     if (done && flush == Flush::BeforeItGetsItsName)
-        done = outcome(u"cannot flush the copy"_s, Native::flushFileSystem(destination.folder));
+        done = outcome(u"cannot flush the copy"_s, flushFileSystem(destination.folder, tick));
     if (done)
         done = outcome(u"cannot name the copy"_s, renameExclusively(temporary, destination));
     if (done)
         return copy.listing();
 
-    const FileTree::Tick tick = [&copy] { copy.tick(); };
     if (const auto leftovers = listTree(temporary, Access::Forced, tick))
         std::ignore = removeTree(*leftovers, temporary, tick);
     return Failure{done.reason()};
@@ -220,6 +236,26 @@ Outcome copy(const Item &source, const Item &destination, const ProgressHandler 
     // more than the copy itself.
     const auto copied = copyIntoPlace(from->place, to->place, Flush::No, progress);
     return copied ? Outcome() : Failure{copied.reason()};
+}
+
+Outcome copyExtendedAttributes(const QString &path, int descriptor)
+{
+    const FileDescriptor original(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const int error = original ? Native::copyExtendedAttributes(original.get(), descriptor) : errno;
+    return outcome(u"cannot keep the attributes of "_s + path, error);
+}
+
+Outcome flush(const QString &folder, const ProgressHandler &progress)
+{
+    const QByteArray path = QFile::encodeName(Path::expandingTilde(folder));
+    const FileDescriptor opened(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Tick tick = [&progress] {
+        if (progress)
+            progress({});
+    };
+    const int error = opened ? flushFileSystem(opened.get(), tick) : errno;
+    return outcome(u"cannot flush "_s + folder, error);
 }
 
 Outcome trash(const Item &item)

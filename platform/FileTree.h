@@ -24,7 +24,8 @@ struct CopyProgress
     qint64 bytesTotal = 0; ///< of all files; 0 while they are still being counted
 };
 
-/// Called in the thread that asked for it, more than twenty times a second until it ends.
+/// Called in the thread that asked for it, some thirty times a second for as long as the disk lets
+/// it.
 /// Must not throw.
 using ProgressHandler = std::function<void(const CopyProgress &)>;
 
@@ -47,6 +48,13 @@ Outcome move(const Item &source, const Item &destination, const ProgressHandler 
 /// tree are left out. The copy grows under a hidden name, ".Brimvale-….partial", in the
 /// destination's folder; only a killed program leaves it behind. Refused like a move.
 Outcome copy(const Item &source, const Item &destination, const ProgressHandler &progress = {});
+
+/// Gives an open file, which is about to replace the one at this path, that one's extended
+/// attributes and access lists.
+Outcome copyExtendedAttributes(const QString &path, int descriptor);
+
+/// Returns when everything in the file system of this folder is on the disk.
+Outcome flush(const QString &folder, const ProgressHandler &progress = {});
 
 /// Moves the item to the desktop's trash, from where the file manager can restore it. When that
 /// fails the item stays where it was.

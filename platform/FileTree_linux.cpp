@@ -72,6 +72,22 @@ bool isUnsupported(int error)
            error == ENOSYS;
 }
 
+int copyAttributes(int from, const struct stat &status, int to)
+{
+    mode_t mode = status.st_mode & 07777;
+    if (::fchown(to, status.st_uid, status.st_gid) != 0)
+        mode &= ~mode_t(S_ISUID | S_ISGID); // not for another owner
+    // Before the mode, which may forbid them; the mode keeps an access list as it is.
+    if (const int error = copyExtendedAttributes(from, to))
+        return error;
+    if (::fchmod(to, mode) != 0 && !isUnsupported(errno))
+        return errno;
+    const timespec times[] = {status.st_atim, status.st_mtim};
+    return ::futimens(to, times) == 0 || isUnsupported(errno) ? 0 : errno;
+}
+
+} // namespace
+
 int copyExtendedAttributes(int from, int to)
 {
     const ssize_t length = ::flistxattr(from, nullptr, 0);
@@ -91,22 +107,6 @@ int copyExtendedAttributes(int from, int to)
     }
     return 0;
 }
-
-int copyAttributes(int from, const struct stat &status, int to)
-{
-    mode_t mode = status.st_mode & 07777;
-    if (::fchown(to, status.st_uid, status.st_gid) != 0)
-        mode &= ~mode_t(S_ISUID | S_ISGID); // not for another owner
-    // Before the mode, which may forbid them; the mode keeps an access list as it is.
-    if (const int error = copyExtendedAttributes(from, to))
-        return error;
-    if (::fchmod(to, mode) != 0 && !isUnsupported(errno))
-        return errno;
-    const timespec times[] = {status.st_atim, status.st_mtim};
-    return ::futimens(to, times) == 0 || isUnsupported(errno) ? 0 : errno;
-}
-
-} // namespace
 
 int renameNoReplace(const Place &from, const Place &to)
 {

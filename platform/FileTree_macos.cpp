@@ -67,6 +67,11 @@ int copyFile(int from, const struct stat &status, const Place &to, const Advance
     return copy.close();
 }
 
+int copyExtendedAttributes(int from, int to)
+{
+    return ::fcopyfile(from, to, nullptr, COPYFILE_XATTR | COPYFILE_ACL) == 0 ? 0 : errno;
+}
+
 int copyFolderAttributes(int from, const struct stat &, int to)
 {
     return ::fcopyfile(from, to, nullptr, COPYFILE_METADATA) == 0 ? 0 : errno;

@@ -40,6 +40,9 @@ int renameNoReplace(const Place &from, const Place &to);
 /// Makes the file `to` with the content and the attributes of the open file.
 int copyFile(int from, const struct stat &status, const Place &to, const Advance &advance);
 
+/// Extended attributes and access lists of one open file for another.
+int copyExtendedAttributes(int from, int to);
+
 /// Owner, extended attributes, mode and times of one open folder for another.
 int copyFolderAttributes(int from, const struct stat &status, int to);
 

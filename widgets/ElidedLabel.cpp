@@ -73,17 +73,21 @@ bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
-    const bool isShortened = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+    const bool isShortened = fontMetrics().horizontalAdvance(text()) > textArea().width();
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
                        isShortened ? text().toHtmlEscaped() : QString(), this);
     return true;
 }
 
+QRect ElidedLabel::textArea() const
+{
+    return m_hasPaper ? contentsRect().adjusted(paperMargin, 0, -paperMargin, 0) : contentsRect();
+}
+
 void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QRect area =
-        m_hasPaper ? contentsRect().adjusted(paperMargin, 0, -paperMargin, 0) : contentsRect();
+    const QRect area = textArea();
     const bool isEmpty = text().isEmpty();
     if (m_hasPaper && !isEmpty) {
         painter.setRenderHint(QPainter::Antialiasing);

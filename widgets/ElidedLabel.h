@@ -31,6 +31,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    [[nodiscard]] QRect textArea() const;
+
     QString m_placeholderText;
     bool m_hasPaper = false;
 };

@@ -1,11 +1,20 @@
 #include "InputShield.h"
 
-#include <QCoreApplication>
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
 #include <QEvent>
 
 InputShield::InputShield(QObject *controller) : m_controller(controller)
 {
-    QCoreApplication::instance()->installEventFilter(this);
+    qApp->installEventFilter(this);
+    // A menu of the desktop's own and a screen reader trigger without any input event.
+    for (const QWidget *window : QApplication::topLevelWidgets()) {
+        for (QAction *item : window->findChildren<QAction *>())
+            m_silenced.emplace_back(item);
+        for (QAbstractButton *button : window->findChildren<QAbstractButton *>())
+            m_silenced.emplace_back(button);
+    }
     m_sinceRefresh.start();
 }
 

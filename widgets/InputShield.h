@@ -2,10 +2,14 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QSignalBlocker>
+
+#include <vector>
 
 /// Keeps the windows alive while an action holds the thread for long: while a shield stands, they
-/// repaint and answer the desktop, but no input, drop or close request gets through, and no timer
-/// of the controller's ticks, so that no other action can run inside this one.
+/// repaint and answer the desktop, but no input, drop or close request gets through, no button or
+/// menu item triggers anything, and no timer of the controller's ticks, so that no other action can
+/// run inside this one.
 class InputShield : public QObject
 {
     Q_OBJECT
@@ -25,4 +29,5 @@ private:
     QObject *m_controller;
     QElapsedTimer m_sinceRefresh;
     bool m_hasRefreshed = false;
+    std::vector<QSignalBlocker> m_silenced;
 };

@@ -3,7 +3,6 @@
 #include <QAbstractButton>
 #include <QHBoxLayout>
 #include <QPainter>
-#include <QPainterPath>
 
 namespace {
 

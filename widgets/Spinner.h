@@ -16,8 +16,6 @@ public:
     [[nodiscard]] bool isAnimating() const { return m_timer.isActive(); }
     void startAnimation();
     void stopAnimation();
-    /// Shows the next step; for work that lets no timer run.
-    void advance();
 
     [[nodiscard]] QSize sizeHint() const override { return {20, 20}; }
 
@@ -25,6 +23,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void advance();
+
     QTimer m_timer;
     int m_step = 0;
 };
