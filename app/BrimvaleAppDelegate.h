@@ -129,6 +129,7 @@ private:
     // app/Wiring.cpp
     void buildWindows();
     void wireControls();
+    static void pressByReturn(QWidget *control, QAbstractButton *button);
 
     // app/Menus.cpp
     void wireMenus();

@@ -53,7 +53,10 @@ void BrimvaleAppDelegate::wireMenus()
     const auto run = [this](QAction *item, auto *receiver, auto action) {
         connect(item, &QAction::triggered, receiver, action);
     };
-    run(writeToFileItem, this, &App::writeToFile);
+    run(writeToFileItem, this, [this] {
+        writeToFile();
+        clearEditor(); // or nothing but a drop could open the next file
+    });
     run(openTemplatesRootFolderItem, this, &App::openTemplatesRootFolder);
     run(openCompositionsFolderItem, this, &App::openCompositionsFolder);
     run(openEffectsFolderItem, this, &App::openEffectsFolder);

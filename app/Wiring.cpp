@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QIcon>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -86,6 +87,16 @@ void BrimvaleAppDelegate::buildWindows()
     installHintIcon->setPixmap(QIcon(u":/icons/library-64.png"_s).pixmap(QSize(64, 64)));
 }
 
+/// Return, wherever the keyboard is inside the control, presses the page's main button.
+void BrimvaleAppDelegate::pressByReturn(QWidget *control, QAbstractButton *button)
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *shortcut = new QShortcut(key, control);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, button, &QAbstractButton::click);
+    }
+}
+
 /// Which control triggers which action.
 void BrimvaleAppDelegate::wireControls()
 {
@@ -101,10 +112,12 @@ void BrimvaleAppDelegate::wireControls()
         return true;
     });
     connect(installPage, &dropZone::hovered, installHint, &DropHint::setHighlighted);
-    connect(input, &QLineEdit::textChanged, input, &QLineEdit::setToolTip);
+    connect(input, &QLineEdit::textChanged, input,
+            [this](const QString &path) { input->setToolTip(toolTipOf(path)); });
     connect(input, &QLineEdit::returnPressed, this, &App::setPathEnter);
     connect(addButton, &Button::clicked, this, &App::doOpen);
     connect(clearButton, &Button::clicked, this, &App::clearInputs);
+    pressByReturn(categoryBox, mSendButton);
     connect(mSendButton, &Button::clicked, this, &App::moveAndClose);
     connect(mNewCatButton, &Button::clicked, this, &App::createCategory);
     connect(Ui::SubCategorySheet::generateCustomFolder, &Button::clicked, this,
@@ -119,6 +132,7 @@ void BrimvaleAppDelegate::wireControls()
     connect(tClearButton, &Button::clicked, this, &App::clearEditor);
     connect(setButton, &Button::clicked, this, &App::addElements);
     connect(element, &QLineEdit::returnPressed, setButton, &Button::click);
+    pressByReturn(frPopup, conformButton);
     connect(conformButton, &Button::clicked, this, &App::conform);
     connect(orgButton, &Button::clicked, this, &App::backupOriginal);
     connect(renameButton, &Button::clicked, this, &App::raiseRenameSheet);

@@ -8,7 +8,6 @@
 #include "widgets/InputShield.h"
 
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -37,6 +36,7 @@ void BrimvaleAppDelegate::setBackupPath1()
     chooser.setLabelText(QFileDialog::Accept, tr("Set"));
     chooser.setLabelText(QFileDialog::LookIn,
                          tr("Select a Backup Folder or create a New Backup Folder ..."));
+    chooser.resize(820, 520); // room for the message beside the folder
     if (chooser.exec() != QDialog::Accepted)
         return;
     for (const QString &path : chooser.selectedFiles()) {
@@ -72,9 +72,7 @@ void BrimvaleAppDelegate::copyLibrary(const QString &folder, const QString &date
     const QString name = TemplateLibrary::rootName();
     // Where the user keeps the library elsewhere and a link in Movies, a copy of the link is no
     // backup.
-    const QString library =
-        QFileInfo(Path::expandingTilde(TemplateLibrary::root())).canonicalFilePath();
-    const FileTree::Item source{Path::withoutLastComponent(library), Path::lastComponent(library)};
+    const FileTree::Item library = FileTree::itemAt(TemplateLibrary::root());
     const bool isTaken = FileTree::exists(Path::joined(folder, name));
     const FileTree::Item copy{folder, isTaken ? datedName : name};
 
@@ -84,7 +82,7 @@ void BrimvaleAppDelegate::copyLibrary(const QString &folder, const QString &date
         shield.refreshWindows();
     };
     backupProgress->show();
-    if (FileTree::copy(source, copy, progress) && FileTree::flush(folder, progress) && !isTaken)
+    if (FileTree::copy(library, copy, progress) && FileTree::flush(folder, progress) && !isTaken)
         std::ignore = FileTree::move(copy, {folder, datedName});
     backupProgress->hide();
     backupAmount->clear();

@@ -49,8 +49,10 @@ void BrimvaleAppDelegate::openFile()
         patterns << u"*."_s + kind.extension;
     panel->setNameFilter(tr("Motion files (%1)").arg(patterns.join(u' ')));
     connect(panel, &QFileDialog::filesSelected, this, [this](const QStringList &paths) {
-        for (const QString &path : paths)
-            takeChosenFile(path);
+        for (const QString &path : paths) {
+            if (projectKind(Path::extension(path))) // a name may be typed past the filter
+                takeChosenFile(path);
+        }
     });
     panel->open();
 }

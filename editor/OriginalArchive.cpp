@@ -23,7 +23,8 @@ void BrimvaleAppDelegate::backupOriginal()
     const QString name = Path::lastComponent(input1->text());
     const QString archiveName =
         Path::withoutExtension(name) + u'-' + dateTextField->text() + u'.' + Path::extension(name);
-    std::ignore = FileTree::copy({folder, name}, {folder, archiveName});
+    // Of a link, the file that it leads to: a copy of the link would keep nothing.
+    std::ignore = FileTree::copy(FileTree::itemAt(input1->text()), {folder, archiveName});
     std::ignore = FileTree::move({folder, archiveName}, {archiveFolder, archiveName});
     orgButton->hide();
     wasArchived->setText(tr("Original Archived"));

@@ -10,7 +10,8 @@ void BrimvaleAppDelegate::raiseRenameSheet()
 {
     newNameWarning->clear();
     newTempplateName->clear();
-    mWindow->setWindowTitle(display->text());
+    // Twice, because once it would be Qt's mark of a changed document.
+    mWindow->setWindowTitle(display->text().replace("[*]"_L1, "[*][*]"_L1));
     makeFirstResponder(renameSheet, newTempplateName);
     renameSheet->open();
 }

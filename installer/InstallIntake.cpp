@@ -47,6 +47,7 @@ void BrimvaleAppDelegate::doOpen()
             enableInstallButtons(true);
         }
     });
+    selector->resize(820, 520); // room for the message beside the folder
     selector->open();
 }
 

@@ -6,6 +6,7 @@
 #include "TreeCopy.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 
 #include <fcntl.h>
@@ -195,6 +196,12 @@ int renameExclusively(const Place &from, const Place &to)
     // EINVAL also says that the destination lies inside the source.
     const Result<bool> inside = liesInside(to.folder, from);
     return inside && !*inside ? renameByReservation(from, to) : error;
+}
+
+Item itemAt(const QString &path)
+{
+    const QString real = QFileInfo(Path::expandingTilde(path)).canonicalFilePath();
+    return {Path::withoutLastComponent(real), Path::lastComponent(real)};
 }
 
 bool exists(const QString &path)

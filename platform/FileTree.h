@@ -29,6 +29,10 @@ struct CopyProgress
 /// Must not throw.
 using ProgressHandler = std::function<void(const CopyProgress &)>;
 
+/// What stands at a path, by its own folder and name: of a symbolic link, what it leads to. An item
+/// without a name when nothing is there.
+Item itemAt(const QString &path);
+
 /// Whether a file or folder is there; a symbolic link counts as what it leads to.
 bool exists(const QString &path);
 

@@ -10,6 +10,8 @@
 #include <QStyle>
 #include <QToolTip>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int paperMargin = 8;
@@ -38,6 +40,11 @@ public:
 };
 
 } // namespace
+
+QString toolTipOf(const QString &text)
+{
+    return u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s;
+}
 
 ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
 {
@@ -75,7 +82,7 @@ bool ElidedLabel::event(QEvent *event)
         return QLabel::event(event);
     const bool isShortened = fontMetrics().horizontalAdvance(text()) > textArea().width();
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                       isShortened ? text().toHtmlEscaped() : QString(), this);
+                       isShortened ? toolTipOf(text()) : QString(), this);
     return true;
 }
 
@@ -95,8 +102,10 @@ void ElidedLabel::paintEvent(QPaintEvent *)
         painter.setBrush(QColor(252, 252, 252));
         painter.drawRoundedRect(QRectF(contentsRect()).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
     }
-    const QString shown = fontMetrics().elidedText(isEmpty ? m_placeholderText : text(),
-                                                   Qt::ElideMiddle, area.width());
+    QString line = isEmpty ? m_placeholderText : text();
+    for (const QChar breaking : {u'\n', u'\r', u'\t'})
+        line.replace(breaking, u' ');
+    const QString shown = fontMetrics().elidedText(line, Qt::ElideMiddle, area.width());
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // a path reads from its own side
     const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment());
     style()->drawItemText(&painter, area, static_cast<int>(side), palette(), isEnabled(), shown,

@@ -2,6 +2,9 @@
 
 #include <QLabel>
 
+/// A tool tip that shows this text as it stands, in lines that fit the screen.
+QString toolTipOf(const QString &text);
+
 /// A text on one line, a path above all: shortened in the middle where it is too long, whole in
 /// text() and in the tooltip, and copied whole through the context menu. While there is no text,
 /// a quiet placeholder stands in its place.
