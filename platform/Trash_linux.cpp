@@ -147,13 +147,13 @@ Outcome trash(const Place &item, const QString &folder)
     const QByteArray path = (real == "/" ? real : real + '/') + item.name;
     TrashFolder trash = homeTrash();
     if (!trash.items || !trash.records)
-        return failure(what + u": the trash cannot be used"_s, errno);
+        return Failure{what + u": the trash cannot be used"_s};
     int error = moveToTrash(item, trash, recordOf(path));
     if (error == EXDEV) {
         const QByteArray top = topFolder(real);
         trash = trashAtTop(top);
         if (!trash.items || !trash.records)
-            return failure(what + u": its disk has no trash"_s, errno);
+            return Failure{what + u": its disk has no trash"_s};
         error = moveToTrash(item, trash, recordOf(path.mid(top == "/" ? 1 : top.size() + 1)));
     }
     if (error != 0)
