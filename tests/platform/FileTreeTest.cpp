@@ -1,13 +1,23 @@
 #include "platform/FileTree.h"
 
-#include "TreeFixture.h"
-#include "platform/Path.h"
+#include "tests/support/TestHome.h"
 
 #include <QFile>
+#include <QStorageInfo>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
+using FileTree::Item;
 
-/// What is refused, and what moves and new folders come to.
+namespace fs = std::filesystem;
+
+/// What is refused, what arrives, and what is left of a copy that does not come to its end.
 class FileTreeTest : public QObject
 {
     Q_OBJECT
@@ -15,236 +25,226 @@ class FileTreeTest : public QObject
 private Q_SLOTS:
     void refusal_leavesEverythingAsItWas_data();
     void refusal_leavesEverythingAsItWas();
-    void createFolder_makesOneFolder();
-    void exists_followsLinks();
-    void move_isARename();
-    void move_acrossFileSystems_keepsTheTree();
-    void move_acrossFileSystems_failing_leavesTheSource_data();
-    void move_acrossFileSystems_failing_leavesTheSource();
-    void move_ofAFolderThatNobodyMayWrite_acrossFileSystems();
+    void tree_arrivesWhole_data();
+    void tree_arrivesWhole();
+    void failure_leavesEverythingAsItWas_data();
+    void failure_leavesEverythingAsItWas();
+    void killedCopy_doesNotDisturbTheNext();
 };
-
-using FileTree::Item;
 
 namespace {
 
-enum class Operation { Move, Copy, Trash, CreateFolder };
-
-Outcome run(Operation operation, const Item &source, const Item &destination)
+/// A home and a folder on another file system, where there is one.
+class TreeHome : public TestHome
 {
-    switch (operation) {
-    case Operation::Move:
-        return FileTree::move(source, destination);
-    case Operation::Copy:
-        return FileTree::copy(source, destination);
-    case Operation::Trash:
-        return FileTree::trash(source);
-    case Operation::CreateFolder:
-        return FileTree::createFolder(source.folder + u'/' + source.name);
+public:
+    TreeHome() = default;
+    ~TreeHome();
+    Q_DISABLE_COPY_MOVE(TreeHome)
+
+    /// Where something goes: into a folder of the home or elsewhere, empty when that is nowhere.
+    [[nodiscard]] QString destination(bool isElsewhere) const;
+
+    /// As "Tree": links, odd names, modes and times, a file of more than a megabyte, and so many
+    /// files that two threads copy them.
+    void makeOddTree() const;
+
+private:
+    QTemporaryDir m_elsewhere{u"/dev/shm/brimvale-test-XXXXXX"_s};
+};
+
+QString TreeHome::destination(bool isElsewhere) const
+{
+    if (!isElsewhere)
+        return makeFolder(u"To"_s);
+    const bool isThere = QStorageInfo(m_elsewhere.path()) != QStorageInfo(path());
+    return isThere && m_elsewhere.isValid() ? m_elsewhere.path() : QString();
+}
+
+void TreeHome::makeOddTree() const
+{
+    const fs::path tree = makeFolder(u"Tree"_s).toStdString();
+    makeFile(u"Tree/large"_s, QByteArray(1 << 20, 'x') + "end");
+    makeFile(u"Tree/two\nlines"_s, {});
+    makeFile(u"Tree/"_s + QString(255, u'n'));
+    makeFile(u"Tree/read only/script"_s);
+    for (int file = 0; file < 100; ++file)
+        makeFile(u"Tree/many/%1"_s.arg(file), QByteArray::number(file));
+    fs::create_symlink("/nowhere at all", tree / "dangling");
+    fs::create_directory_symlink("..", tree / "many" / "to above");
+    for (const char *name : {"read only/script", "read only", "many"})
+        fs::last_write_time(tree / name, fs::last_write_time(tree) - std::chrono::hours(1));
+    fs::permissions(tree / "read only" / "script", fs::perms(04555));
+    fs::permissions(tree / "read only", fs::perms(0555));
+    fs::permissions(tree / "many", fs::perms(02770));
+}
+
+/// So that the folders can be removed.
+TreeHome::~TreeHome()
+{
+    for (const QString &folder : {path(), m_elsewhere.path()}) {
+        std::error_code missing;
+        for (const auto &entry : fs::recursive_directory_iterator(folder.toStdString(), missing)) {
+            if (entry.is_directory())
+                fs::permissions(entry, fs::perms::owner_all);
+        }
     }
-    return {};
+}
+
+/// Kind, mode, time, link target and content.
+QByteArray describe(const fs::path &path)
+{
+    const fs::file_status status = fs::symlink_status(path);
+    if (fs::is_symlink(status))
+        return QByteArray::fromStdString("link to " + fs::read_symlink(path).string());
+    QFile file(path);
+    return QByteArray::number(int(status.type())) + ' ' +
+           QByteArray::number(uint(status.permissions()), 8) + ' ' +
+           QByteArray::number(qint64(fs::last_write_time(path).time_since_epoch().count())) + ' ' +
+           (file.open(QFile::ReadOnly) ? file.readAll() : QByteArray());
+}
+
+/// The folder and everything in it, by relative paths.
+QMap<QByteArray, QByteArray> describeTree(const QString &path)
+{
+    const fs::path root = path.toStdString();
+    QMap<QByteArray, QByteArray> tree = {{".", describe(root)}};
+    for (const fs::directory_entry &entry : fs::recursive_directory_iterator(root))
+        tree[QByteArray::fromStdString(entry.path().lexically_relative(root).string())] =
+            describe(entry.path());
+    return tree;
 }
 
 } // namespace
 
 void FileTreeTest::refusal_leavesEverythingAsItWas_data()
 {
-    QTest::addColumn<Operation>("operation");
     QTest::addColumn<Item>("source");
     QTest::addColumn<Item>("destination");
 
     const Item folder = {u"~"_s, u"Folder"_s};
     const Item file = {u"~"_s, u"file"_s};
     const Item fresh = {u"~/Other"_s, u"new"_s};
-    const std::pair<const char *, Item> noItems[] = {
-        {"empty", {u"~/Other"_s, u""_s}},
-        {"dot", {u"~/Other"_s, u"."_s}},
-        {"dots", {u"~/Other"_s, u".."_s}},
-        {"with a slash", {u"~"_s, u"Other/inside"_s}},
-        {"with a slash at its end", {u"~"_s, u"Folder/"_s}},
-        {"cut by a null", {u"~"_s, u"file"_s + QChar(QChar::Null)}},
-        {"no text", {u"~/Other"_s, QString(QChar(0xD800))}},
-        {"in no folder", {u""_s, u"Folder"_s}},
-        {"in a relative folder", {u"Other"_s, u"inside"_s}},
-        {"in somebody's home", {u"~nobody"_s, u"Folder"_s}},
-        {"in a missing folder", {u"~/missing"_s, u"new"_s}},
-        {"in a file", {u"~/file"_s, u"new"_s}},
-    };
-    for (const auto &[name, item] : noItems) {
-        QTest::addRow("move from a name %s", name) << Operation::Move << item << fresh;
-        QTest::addRow("move to a name %s", name) << Operation::Move << folder << item;
-        QTest::addRow("copy from a name %s", name) << Operation::Copy << item << fresh;
-        QTest::addRow("copy to a name %s", name) << Operation::Copy << folder << item;
-        QTest::addRow("trash a name %s", name) << Operation::Trash << item << Item();
-    }
-    QTest::newRow("trash what is missing") << Operation::Trash << fresh << Item();
-
-    const std::pair<const char *, Item> taken[] = {
-        {"a file", {u"~/Other"_s, u"inside"_s}},
-        {"an empty folder", {u"~/Other"_s, u"empty"_s}},
-        {"a dangling link", {u"~/Other"_s, u"dangling"_s}},
-        {"the folder itself", folder},
-        {"the file itself", file},
-        {"inside the folder", {u"~/Folder/Below"_s, u"new"_s}},
-        {"inside the folder by a link", {u"~/to below"_s, u"new"_s}},
-    };
-    for (const auto &[name, item] : taken) {
-        QTest::addRow("move to %s", name) << Operation::Move << folder << item;
-        QTest::addRow("copy to %s", name) << Operation::Copy << folder << item;
-    }
-    QTest::newRow("move a file to a file") << Operation::Move << file << taken[0].second;
-    QTest::newRow("copy a file to a file") << Operation::Copy << file << taken[0].second;
-    QTest::newRow("move what is missing") << Operation::Move << fresh << Item{u"~"_s, u"new"_s};
-    QTest::newRow("copy what is missing") << Operation::Copy << fresh << Item{u"~"_s, u"new"_s};
-    QTest::newRow("copy a fifo") << Operation::Copy << Item{u"~"_s, u"fifo"_s} << fresh;
-
-    const auto rowOfNew = [](const char *name, const QString &parent, const QString &last) {
-        QTest::newRow(name) << Operation::CreateFolder << Item{parent, last} << Item();
-    };
-    rowOfNew("create the root", u""_s, u""_s);
-    rowOfNew("create a relative folder", u"Other"_s, u"new"_s);
-    rowOfNew("create dot", u"~/Other"_s, u"."_s);
-    rowOfNew("create dots", u"~/Other"_s, u".."_s);
-    rowOfNew("create without its parent", u"~/missing"_s, u"new"_s);
-    rowOfNew("create what is there", u"~"_s, u"Folder"_s);
-    rowOfNew("create over a dangling link", u"~/Other"_s, u"dangling"_s);
+    const Item taken = {u"~/Other"_s, u"file"_s};
+    QTest::newRow("from no name") << Item{u"~/Other"_s, u""_s} << fresh;
+    QTest::newRow("from a path") << Item{u"~"_s, u"Other/file"_s} << fresh;
+    QTest::newRow("from a null") << Item{u"~"_s, u"file"_s + QChar(QChar::Null)} << fresh;
+    QTest::newRow("from a relative folder") << Item{u"Other"_s, u"file"_s} << fresh;
+    QTest::newRow("to no name") << folder << Item{u"~/Other"_s, u".."_s};
+    QTest::newRow("a file to a file") << file << taken;
+    QTest::newRow("a folder to a file") << folder << taken;
+    QTest::newRow("a folder to an empty folder") << folder << Item{u"~/Other"_s, u"empty"_s};
+    QTest::newRow("a folder to a dangling link") << folder << Item{u"~/Other"_s, u"dangling"_s};
+    QTest::newRow("a folder into itself, by a link") << folder << Item{u"~/below"_s, u"new"_s};
 }
 
 void FileTreeTest::refusal_leavesEverythingAsItWas()
 {
-    QFETCH(Operation, operation);
     QFETCH(Item, source);
     QFETCH(Item, destination);
     const TreeHome home;
     home.makeFile(u"file"_s);
     home.makeFile(u"Folder/Below/inside"_s);
-    home.makeFile(u"Other/inside"_s);
+    home.makeFile(u"Other/file"_s, "other");
     home.makeFolder(u"Other/empty"_s);
     QVERIFY(QFile::link(u"nowhere"_s, home.path(u"Other/dangling"_s)));
-    QVERIFY(QFile::link(home.path(u"Folder/Below"_s), home.path(u"to below"_s)));
-    QCOMPARE(::mkfifo(QFile::encodeName(home.path(u"fifo"_s)).constData(), 0600), 0);
-    const auto before = describeTree(home.path(), true);
+    QVERIFY(QFile::link(home.path(u"Folder/Below"_s), home.path(u"below"_s)));
+    const auto before = describeTree(home.path());
 
-    const Outcome outcome = run(operation, source, destination);
+    QVERIFY(!FileTree::move(source, destination));
+    QVERIFY(!FileTree::copy(source, destination));
 
-    QVERIFY(!outcome);
-    QVERIFY(!outcome.reason().isEmpty());
-    QCOMPARE(describeTree(home.path(), true), before);
+    QCOMPARE(describeTree(home.path()), before);
 }
 
-void FileTreeTest::createFolder_makesOneFolder()
+void FileTreeTest::tree_arrivesWhole_data()
 {
-    const TreeHome home;
-    for (const QString &path : {u"~/new"_s, u"~/slashes//"_s}) {
-        const Outcome outcome = FileTree::createFolder(path);
-        QVERIFY2(outcome, qPrintable(outcome.reason()));
-        QVERIFY(FileTree::exists(path));
-    }
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    struct stat status = {};
-    QCOMPARE(::stat(QFile::encodeName(home.path(u"new"_s)).constData(), &status), 0);
-    QCOMPARE(status.st_mode & 0777, 0777 & ~mask);
+    QTest::addColumn<bool>("moves");
+    QTest::addColumn<bool>("isElsewhere");
+    QTest::newRow("copy") << false << false;
+    QTest::newRow("move") << true << false;
+    QTest::newRow("move to another file system") << true << true;
 }
 
-void FileTreeTest::exists_followsLinks()
+void FileTreeTest::tree_arrivesWhole()
 {
+    QFETCH(bool, moves);
+    QFETCH(bool, isElsewhere);
     const TreeHome home;
-    home.makeFile(u"file"_s);
-    QVERIFY(QFile::link(home.path(u"file"_s), home.path(u"link"_s)));
-    QVERIFY(QFile::link(u"nowhere"_s, home.path(u"dangling"_s)));
-    QVERIFY(FileTree::exists(u"~"_s));
-    QVERIFY(FileTree::exists(u"~/file"_s));
-    QVERIFY(FileTree::exists(home.path(u"link"_s)));
-    QVERIFY(!FileTree::exists(u"~/dangling"_s));
-    QVERIFY(!FileTree::exists(u"~/missing"_s));
-    QVERIFY(!FileTree::exists(u""_s));
-    QVERIFY(!FileTree::exists(u"."_s));
-}
-
-void FileTreeTest::move_isARename()
-{
-    const TreeHome home;
-    home.makeFolder(u"To"_s);
-    makeOddTree(home.path());
-    const auto tree = describeTree(home.path(u"Tree"_s), true);
-
-    const Outcome outcome = FileTree::move({u"~"_s, u"Tree"_s}, {u"~/To/"_s, u"Renamed"_s});
-
-    QVERIFY2(outcome, qPrintable(outcome.reason()));
-    QCOMPARE(describeTree(home.path(u"To/Renamed"_s), true), tree);
-    QCOMPARE(home.names({}), {u"To"_s});
-}
-
-void FileTreeTest::move_acrossFileSystems_keepsTheTree()
-{
-    const TreeHome home;
-    const OtherFileSystem other(home);
-    if (!other.isThere())
+    home.makeOddTree();
+    const QString to = home.destination(isElsewhere);
+    if (to.isEmpty())
         QSKIP("no second file system");
-    makeOddTree(home.path());
     const auto tree = describeTree(home.path(u"Tree"_s));
 
-    const Outcome outcome = FileTree::move({u"~"_s, u"Tree"_s}, {other.path(), u"Moved"_s});
+    const auto operation = moves ? &FileTree::move : &FileTree::copy;
+    const Outcome outcome = operation({u"~"_s, u"Tree"_s}, {to, u"Arrived"_s}, {});
 
     QVERIFY2(outcome, qPrintable(outcome.reason()));
-    QCOMPARE(describeTree(other.path(u"Moved"_s)), tree);
-    QCOMPARE(QDir(other.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-             {u"Moved"_s});
-    QCOMPARE(home.names({}), QStringList());
+    QCOMPARE(describeTree(to + u"/Arrived"_s), tree);
+    QCOMPARE(describeTree(to).size(), tree.size() + 1);
+    QCOMPARE(home.exists(u"Tree"_s), !moves);
 }
 
-void FileTreeTest::move_acrossFileSystems_failing_leavesTheSource_data()
+void FileTreeTest::failure_leavesEverythingAsItWas_data()
 {
+    QTest::addColumn<bool>("isElsewhere");
     QTest::addColumn<QString>("name");
-    QTest::newRow("a name that is taken") << u"taken"_s;
-    QTest::newRow("an unreadable file") << u"Tree"_s;
-    QTest::newRow("a fifo") << u"fifo"_s;
+    QTest::newRow("a copy, on a full disk") << false << u"new"_s;
+    QTest::newRow("a move, on a full disk") << true << u"new"_s;
+    QTest::newRow("a move to a name that is taken") << true << u"taken"_s;
 }
 
-void FileTreeTest::move_acrossFileSystems_failing_leavesTheSource()
+void FileTreeTest::failure_leavesEverythingAsItWas()
 {
+    QFETCH(bool, isElsewhere);
     QFETCH(QString, name);
     const TreeHome home;
-    const OtherFileSystem other(home);
-    if (!other.isThere())
+    home.makeOddTree();
+    const QString to = home.destination(isElsewhere);
+    if (to.isEmpty())
         QSKIP("no second file system");
-    home.makeFile(u"taken"_s, "mine");
-    home.makeFile(u"Tree/readable"_s);
-    QVERIFY(QFile::setPermissions(home.makeFile(u"Tree/unreadable"_s), {}));
-    QCOMPARE(::mkfifo(QFile::encodeName(home.path(u"fifo"_s)).constData(), 0600), 0);
-    QVERIFY(QFile(home.path(u"taken"_s)).copy(other.path(u"taken"_s)));
-    QCOMPARE(::chmod(QFile::encodeName(other.path()).constData(), 0777), 0);
-    const auto before = describeTree(home.path(), true);
+    QVERIFY(QFile::copy(home.makeFile(u"file"_s), to + u"/taken"_s));
+    const auto before = describeTree(home.path(u"Tree"_s));
+    const QByteArrayList beforeThere = describeTree(to).keys();
 
-    {
-        const AsPlainUser user(home);
-        QVERIFY(!FileTree::move({u"~"_s, name}, {other.path(), name}));
-    }
+    // The large file comes to its end before it is whole.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit usual = {};
+    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &usual), 0);
+    const rlimit full = {1 << 20, usual.rlim_max};
+    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &full), 0);
+    const auto operation = isElsewhere ? &FileTree::move : &FileTree::copy;
+    const Outcome outcome = operation({u"~"_s, u"Tree"_s}, {to, name}, {});
+    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &usual), 0);
 
-    QCOMPARE(describeTree(home.path(), true), before);
-    QCOMPARE(QDir(other.path())
-                 .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot),
-             {u"taken"_s});
+    QVERIFY(!outcome);
+    QCOMPARE(describeTree(home.path(u"Tree"_s)), before);
+    QCOMPARE(describeTree(to).keys(), beforeThere);
 }
 
-void FileTreeTest::move_ofAFolderThatNobodyMayWrite_acrossFileSystems()
+void FileTreeTest::killedCopy_doesNotDisturbTheNext()
 {
     const TreeHome home;
-    const OtherFileSystem other(home);
-    if (!other.isThere())
-        QSKIP("no second file system");
     home.makeFile(u"Tree/inner/file"_s);
-    QVERIFY(QFile::setPermissions(home.path(u"Tree/inner"_s), QFile::ReadOwner | QFile::ExeOwner));
-    QVERIFY(QFile::setPermissions(home.path(u"Tree"_s), QFile::ReadOwner | QFile::ExeOwner));
-    QCOMPARE(::chmod(QFile::encodeName(other.path()).constData(), 0777), 0);
-    const AsPlainUser user(home);
+    const Item source = {u"~"_s, u"Tree"_s};
+    const Item destination = {home.destination(false), u"Copy"_s};
+    const auto tree = describeTree(home.path(u"Tree"_s));
 
-    const Outcome outcome = FileTree::move({u"~"_s, u"Tree"_s}, {other.path(), u"Tree"_s});
+    const pid_t child = ::fork();
+    if (child == 0) {
+        std::ignore = FileTree::copy(source, destination,
+                                     [](const FileTree::CopyProgress &) { std::raise(SIGKILL); });
+        std::_Exit(0);
+    }
+    int status = 0;
+    QCOMPARE(::waitpid(child, &status, 0), child);
+    QVERIFY(WIFSIGNALED(status));
+    QVERIFY(!home.exists(u"To/Copy"_s));
 
-    QVERIFY2(outcome, qPrintable(outcome.reason()));
-    QVERIFY(QFile::exists(other.path(u"Tree/inner/file"_s)));
-    QVERIFY(!FileTree::exists(u"~/Tree"_s));
+    QVERIFY(FileTree::copy(source, destination));
+    QCOMPARE(describeTree(home.path(u"To/Copy"_s)), tree);
+    QCOMPARE(describeTree(home.path(u"Tree"_s)), tree);
 }
 
 int main(int argc, char *argv[])
