@@ -23,8 +23,8 @@ BrimvaleAppDelegate::BrimvaleAppDelegate()
 BrimvaleAppDelegate::~BrimvaleAppDelegate()
 {
     delete helpBook;
-    delete window;
-    delete mWindow;
+    for (QWidget *each : std::initializer_list<QWidget *>{window, logWindow, prefWindow, mWindow})
+        delete each;
 }
 
 void BrimvaleAppDelegate::awakeFromNib()

@@ -158,7 +158,7 @@ private:
     void copyLibrary(const QString &folder, const QString &datedName);
     void showBackupProgress(const FileTree::CopyProgress &progress);
 
-    // The windows that the forms describe. The main window owns the others.
+    // The windows that the forms describe. A sheet is a child of its window.
     QWidget *window = nullptr; // no window of the program's uses this outlet
     QMainWindow *mWindow = nullptr;
     QDialog *catSheet = nullptr;

@@ -53,22 +53,22 @@ void BrimvaleAppDelegate::buildWindows()
         last = next;
     }
 
-    const auto makeDialog = [this](auto &form) {
-        auto *dialog = new QDialog(mWindow);
+    // A sheet belongs to its window and blocks it; the other windows stand beside the main one.
+    const auto makeDialog = [](auto &form, QWidget *owner) {
+        auto *dialog = new QDialog(owner);
         form.setupUi(dialog);
         return dialog;
     };
-    catSheet = makeDialog(static_cast<Ui::SubCategorySheet &>(*this));
-    renameSheet = makeDialog(static_cast<Ui::RenameSheet &>(*this));
-    confirmSheet = makeDialog(static_cast<Ui::ConfirmSheet &>(*this));
-    logWindow = makeDialog(static_cast<Ui::HistoryWindow &>(*this));
-    logSheet = new QDialog(logWindow);
-    Ui::HistoryResetSheet::setupUi(logSheet);
-    prefWindow = makeDialog(static_cast<Ui::BackupWindow &>(*this));
-    theSheet = makeDialog(static_cast<Ui::HelpSheet &>(*this));
+    catSheet = makeDialog(static_cast<Ui::SubCategorySheet &>(*this), mWindow);
+    renameSheet = makeDialog(static_cast<Ui::RenameSheet &>(*this), mWindow);
+    confirmSheet = makeDialog(static_cast<Ui::ConfirmSheet &>(*this), mWindow);
+    logWindow = makeDialog(static_cast<Ui::HistoryWindow &>(*this), nullptr);
+    logSheet = makeDialog(static_cast<Ui::HistoryResetSheet &>(*this), logWindow);
+    prefWindow = makeDialog(static_cast<Ui::BackupWindow &>(*this), nullptr);
+    theSheet = makeDialog(static_cast<Ui::HelpSheet &>(*this), mWindow);
     window = new QWidget;
     window->setObjectName(u"window"_s);
-    helpBook = new dornelHelpBook(mWindow);
+    helpBook = new dornelHelpBook;
 
     arrayController = new InstallationHistoryModel(this);
     arrayController->setObjectName(u"arrayController"_s);

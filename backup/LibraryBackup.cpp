@@ -8,6 +8,7 @@
 #include "widgets/InputShield.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -73,7 +74,8 @@ void BrimvaleAppDelegate::copyLibrary(const QString &folder, const QString &date
     // Where the user keeps the library elsewhere and a link in Movies, a copy of the link is no
     // backup.
     const FileTree::Item library = FileTree::itemAt(TemplateLibrary::root());
-    const bool isTaken = FileTree::exists(Path::joined(folder, name));
+    const QFileInfo taken(Path::joined(folder, name));
+    const bool isTaken = taken.exists() || taken.isSymLink();
     const FileTree::Item copy{folder, isTaken ? datedName : name};
 
     InputShield shield(this);

@@ -10,12 +10,16 @@
 
 using namespace Qt::StringLiterals;
 
-dornelHelpBook::dornelHelpBook(QWidget *mainWindow)
-    : QObject(mainWindow), helpWindow(new QDialog(mainWindow))
+dornelHelpBook::dornelHelpBook() : helpWindow(new QDialog)
 {
     setupUi(helpWindow);
     wireControls();
     awakeFromNib();
+}
+
+dornelHelpBook::~dornelHelpBook()
+{
+    delete helpWindow;
 }
 
 void dornelHelpBook::awakeFromNib()

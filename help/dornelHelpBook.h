@@ -12,8 +12,8 @@ class dornelHelpBook : public QObject, private Ui::HelpBook
     Q_DISABLE_COPY_MOVE(dornelHelpBook)
 
 public:
-    /// The window is a child of the program's main window.
-    explicit dornelHelpBook(QWidget *mainWindow);
+    dornelHelpBook();
+    ~dornelHelpBook() override;
 
     void awakeFromNib();
 

@@ -17,6 +17,7 @@ void BrimvaleAppDelegate::createCategory()
     theReQueue->setText(test->text());
     if (const TemplateCategory *category = TemplateLibrary::category(theMatrix->checkedId()))
         sheetLabel->setText(category->name);
+    makeFirstResponder(catSheet, textField);
     catSheet->open();
     theLastPathComponent->setText(test->text());
     if (input->text().isEmpty())

@@ -16,7 +16,8 @@ void BrimvaleAppDelegate::createFolderStructure()
     }
     if (!FileTree::exists(root)) {
         spinner->startAnimation();
-        runEventLoopFor(1500ms); // so that the user sees work happen
+        if (!runEventLoopFor(1500ms)) // so that the user sees work happen
+            return;
         spinner->stopAnimation();
         existsTextField->show();
         mCancel->show();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+
 #include <span>
 
 /// One of the five folders of the library in which Motion looks for templates of one sort.

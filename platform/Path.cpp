@@ -47,8 +47,8 @@ QString Path::joined(const QString &folder, const QString &component)
     if (folder.isEmpty())
         return component;
     const QString trimmed = withoutTrailingSlashes(folder);
-    return (trimmed == u"/" ? QString() : trimmed) + (component.startsWith(u'/') ? u"" : u"/")
-           + component;
+    return (trimmed == u"/" ? QString() : trimmed) + (component.startsWith(u'/') ? u"" : u"/") +
+           component;
 }
 
 QString Path::expandingTilde(const QString &path)

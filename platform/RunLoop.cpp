@@ -3,9 +3,10 @@
 #include <QEventLoop>
 #include <QTimer>
 
-void runEventLoopFor(std::chrono::milliseconds duration)
+bool runEventLoopFor(std::chrono::milliseconds duration)
 {
     QEventLoop loop;
-    QTimer::singleShot(duration, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
+    constexpr int timeIsUp = 1;
+    QTimer::singleShot(duration, Qt::PreciseTimer, &loop, [&loop] { loop.exit(timeIsUp); });
+    return loop.exec() == timeIsUp;
 }

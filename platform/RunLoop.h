@@ -2,5 +2,6 @@
 
 #include <chrono>
 
-/// Handles events for that long, then comes back; sooner when the program is asked to end.
-void runEventLoopFor(std::chrono::milliseconds duration);
+/// Handles events for that long, then comes back; sooner, and with false, when the program was
+/// asked to end.
+bool runEventLoopFor(std::chrono::milliseconds duration);

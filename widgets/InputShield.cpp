@@ -4,17 +4,22 @@
 #include <QAction>
 #include <QApplication>
 #include <QEvent>
+#include <QSet>
 
 InputShield::InputShield(QObject *controller) : m_controller(controller)
 {
     qApp->installEventFilter(this);
     // A menu of the desktop's own and a screen reader trigger without any input event.
-    for (const QWidget *window : QApplication::topLevelWidgets()) {
-        for (QAction *item : window->findChildren<QAction *>())
-            m_silenced.emplace_back(item);
-        for (QAbstractButton *button : window->findChildren<QAbstractButton *>())
-            m_silenced.emplace_back(button);
+    // Each once: a second blocker would restore what the first one had set.
+    QSet<QObject *> triggers;
+    for (QWidget *widget : QApplication::allWidgets()) {
+        if (qobject_cast<QAbstractButton *>(widget))
+            triggers.insert(widget);
+        for (QAction *item : widget->actions())
+            triggers.insert(item);
     }
+    for (QObject *trigger : std::as_const(triggers))
+        m_silenced.emplace_back(trigger);
     m_sinceRefresh.start();
 }
 
