@@ -323,10 +323,9 @@ private:
         const char *start = m_next;
         take("<?xml");
         std::string_view value;
-        if (!blanks() || !take("version") || !pseudoAttribute(value) || value.size() < 3 ||
-            !value.starts_with("1.") || !std::all_of(value.begin() + 2, value.end(), [](char byte) {
-                return isBetween(byte, '0', '9');
-            }))
+        if (!blanks() || !take("version") || !pseudoAttribute(value) || !value.starts_with("1.") ||
+            !std::all_of(value.begin() + 2, value.end(),
+                         [](char byte) { return isBetween(byte, '0', '9'); }))
             return fail("an XML declaration without a version");
         bool separated = blanks();
         if (separated && take("encoding")) {

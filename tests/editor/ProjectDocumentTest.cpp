@@ -96,12 +96,11 @@ Result<XmlOutline> checked(const QByteArray &text)
     return checkWellFormed({text.constData(), static_cast<std::size_t>(text.size())});
 }
 
-/// What is refused here though others accept it, on purpose; "1." is no version by the grammar.
+/// What is refused here though others accept it, on purpose.
 bool isRefusedOnPurpose(const QByteArray &text, const QString &reason)
 {
     return reason.contains("internal subset"_L1) ||
-           (reason.contains("entity"_L1) && text.contains("<!DOCTYPE")) ||
-           (reason.contains("version"_L1) && text.contains("\"1.\""));
+           (reason.contains("entity"_L1) && text.contains("<!DOCTYPE"));
 }
 
 } // namespace
