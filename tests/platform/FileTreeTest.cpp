@@ -149,6 +149,7 @@ void FileTreeTest::refusal_leavesEverythingAsItWas()
     home.makeFolder(u"Other/empty"_s);
     QVERIFY(QFile::link(u"nowhere"_s, home.path(u"Other/dangling"_s)));
     QVERIFY(QFile::link(home.path(u"Folder/Below"_s), home.path(u"below"_s)));
+    QVERIFY(QDir::setCurrent(home.path()));
     const auto before = describeTree(home.path());
 
     QVERIFY(!FileTree::move(source, destination));
