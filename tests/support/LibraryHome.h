@@ -7,22 +7,15 @@
 class LibraryHome : public TestHome
 {
 public:
-    struct Category
-    {
-        QString name;
-        QString choice; ///< the control that selects it
-        QString folder; ///< inside the home
-        QString installedText;
-        QString customInstalledText;
-    };
-
     LibraryHome();
 
-    [[nodiscard]] static const QList<Category> &categories();
+    [[nodiscard]] static QStringList categories();
+    /// Of a category, inside the home.
+    [[nodiscard]] static QString folder(const QString &category);
     /// The folder of the titles, for all tests that need but one category.
-    [[nodiscard]] static QString titles() { return categories().at(3).folder; }
+    [[nodiscard]] static QString titles() { return folder(QStringLiteral("Titles")); }
 
-    /// That snapshot, had this one file or tree been moved: to nowhere when `to` is empty.
+    /// That snapshot, had this one file or tree been moved.
     [[nodiscard]] static QMap<QString, QByteArray>
     withMoved(const QMap<QString, QByteArray> &snapshot, const QString &from, const QString &to);
 };

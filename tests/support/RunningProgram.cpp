@@ -98,9 +98,8 @@ void RunningProgram::chooseTitle(const QString &path) const
     click(u"titlesChoice"_s);
 }
 
-void RunningProgram::installTitle(const QString &path, const QString &subCategory) const
+void RunningProgram::install(const QString &subCategory) const
 {
-    chooseTitle(path);
     if (subCategory.isEmpty()) {
         click(u"mSendButton"_s);
         return;

@@ -40,8 +40,8 @@ public:
 
     /// Drops a folder on the Install module and selects Titles.
     void chooseTitle(const QString &path) const;
-    /// Installs it as well, into a sub-category where one is named.
-    void installTitle(const QString &path, const QString &subCategory = {}) const;
+    /// Installs what is chosen, into a sub-category where one is named.
+    void install(const QString &subCategory = {}) const;
     /// Whether all buttons that wait for a template are enabled, or all are not.
     [[nodiscard]] bool installButtonsAre(bool enabled) const;
 
