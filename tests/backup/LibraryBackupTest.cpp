@@ -67,30 +67,11 @@ class LibraryBackupTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void opensAndTidiesTheWindow();
     void remembersTheChosenFolder();
     void copiesTheWholeLibrary();
     void leavesEverythingElseAlone_data();
     void leavesEverythingElseAlone();
 };
-
-void LibraryBackupTest::opensAndTidiesTheWindow()
-{
-    const LibraryHome home;
-    const RunningProgram program;
-    program.click(u"runPrefsWindow"_s);
-    QVERIFY(program.isShown(u"prefWindow"_s));
-    for (const QString &each : {u"existsTextField"_s, u"mCancel"_s, u"theBackupButton"_s})
-        QVERIFY(!program.isShown(each));
-    program.click(u"createFolderStructure"_s);
-    QVERIFY(program.isShown(u"mCancel"_s) && !program.text(u"existsTextField"_s).isEmpty());
-    program.click(u"mCancel"_s);
-    QVERIFY(!program.isShown(u"mCancel"_s));
-    QVERIFY(program.isShown(u"existsTextField"_s));
-    QCOMPARE(program.text(u"existsTextField"_s), QString());
-    program.click(u"runPrefsWindow"_s);
-    QVERIFY(!program.isShown(u"existsTextField"_s));
-}
 
 void LibraryBackupTest::remembersTheChosenFolder()
 {

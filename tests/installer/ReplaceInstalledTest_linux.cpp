@@ -16,8 +16,8 @@ private Q_SLOTS:
 void ReplaceInstalledTest::keepsEveryOldOne()
 {
     const LibraryHome home;
+    const RunningProgram program;
     for (const QString &subCategory : {QString(), u"Old"_s}) {
-        const RunningProgram program;
         const QString place = home.titles() + u'/' + subCategory + u"/Same"_s;
         home.makeFile(place + u"/old"_s);
         home.makeFile(u"Desktop/Same/new"_s);

@@ -21,6 +21,7 @@ int runTestOrChild(int argc, char *argv[], const QMap<QString, ChildRole> &roles
 {
     if (argc < 3 || qstrcmp(argv[1], "--child") != 0)
         return runTest<Application, Test>(argc, argv);
+    keepSettingsIn(qEnvironmentVariable("XDG_CONFIG_HOME"));
     const Application application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     return roles.value(arguments.at(2))(arguments.mid(3));

@@ -6,7 +6,6 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QSettings>
 
 using namespace Qt::StringLiterals;
 
@@ -17,8 +16,7 @@ TestHome::TestHome()
     qputenv("XDG_CONFIG_HOME", home + "/.config");
     qputenv("XDG_DATA_HOME", home + "/.local/share");
     qputenv("XDG_CACHE_HOME", home + "/.cache");
-    // The first home's folder would stay the settings' place for the whole process.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, path(u".config"_s));
+    keepSettingsIn(path(u".config"_s));
 }
 
 QString TestHome::path(const QString &relative) const

@@ -34,6 +34,9 @@ private:
     QTemporaryDir m_folder;
 };
 
+/// From now on this process reads and writes its settings in that folder, never in the user's.
+void keepSettingsIn(const QString &folder);
+
 /// The main function of every test: off screen unless QT_QPA_PLATFORM says otherwise, away from
 /// the home, the settings and the notifications of whoever runs it, with `Application`
 /// (QCoreApplication or QApplication) around it.

@@ -2,7 +2,6 @@
 #include "tests/support/TestHome.h"
 
 #include <QAccessible>
-#include <QDialog>
 #include <QLabel>
 #include <QMenuBar>
 
@@ -20,8 +19,6 @@ private Q_SLOTS:
     void usesEachMnemonicOnce();
     void reachesEveryControlByTab_data();
     void reachesEveryControlByTab();
-    void menusCanBeRead();
-    void menusFollowTheirControls();
 };
 
 namespace {
@@ -180,61 +177,6 @@ void AccessibilityTest::reachesEveryControlByTab()
         std::rotate(names.begin(), names.begin() + names.indexOf(u""_s), names.end());
         QCOMPARE(names, tabOrder);
     }
-}
-
-void AccessibilityTest::menusCanBeRead()
-{
-    const TestHome home;
-    const RunningProgram program;
-    QStringList shortcuts;
-    for (const QAction *title : program.find<QMenuBar>(u"menuBar"_s)->actions()) {
-        QCOMPARE(keysUsedTwice(texts(title->menu()->actions())), QStringList());
-        for (const QAction *item : title->menu()->actions()) {
-            QVERIFY2(item->isSeparator() || !item->text().isEmpty(),
-                     qPrintable(item->objectName()));
-            if (!item->shortcut().isEmpty())
-                shortcuts << item->shortcut().toString();
-        }
-    }
-    QVERIFY(shortcuts.size() > 10);
-    QCOMPARE(shortcuts.removeDuplicates(), 0);
-}
-
-void AccessibilityTest::menusFollowTheirControls()
-{
-    const QMap<QString, QString> controls = {{u"doOpenItem"_s, u"addButton"_s},
-                                             {u"openFileItem"_s, u"oFile"_s},
-                                             {u"moveAndCloseItem"_s, u"mSendButton"_s},
-                                             {u"createCategoryItem"_s, u"mNewCatButton"_s},
-                                             {u"clearInputsItem"_s, u"clearButton"_s},
-                                             {u"backupOriginalItem"_s, u"orgButton"_s},
-                                             {u"raiseRenameSheetItem"_s, u"renameButton"_s},
-                                             {u"clearEditorItem"_s, u"tClearButton"_s},
-                                             {u"addElementsItem"_s, u"setButton"_s},
-                                             {u"conformItem"_s, u"conformButton"_s}};
-    const TestHome home;
-    const RunningProgram program;
-    const auto enabledItems = [&] {
-        int count = 0;
-        for (auto each = controls.begin(); each != controls.end(); ++each) {
-            const bool isEnabled = program.find<QAction>(each.key())->isEnabled();
-            const auto *control = program.find<QWidget>(each.value());
-            if (isEnabled != (control->isVisible() && control->isEnabled()))
-                return -1;
-            count += isEnabled ? 1 : 0;
-        }
-        return count;
-    };
-    QCOMPARE(enabledItems(), 1);
-    program.dropFiles(u"installHint"_s, {home.makeFolder(u"Glow"_s)});
-    QCOMPARE(enabledItems(), 4);
-    program.chooseMode(1);
-    QCOMPARE(enabledItems(), 1);
-    program.dropFiles(u"editHint"_s, {home.makeFile(u"Intro.motn"_s, "<frameRate>25</frameRate>")});
-    QCOMPARE(enabledItems(), 5);
-    QTest::keySequence(program.find<QWidget>(u"mWindow"_s), QKeySequence(u"Ctrl+W"_s));
-    QCOMPARE(program.text(u"display"_s), QString());
-    QCOMPARE(enabledItems(), 1);
 }
 
 int main(int argc, char *argv[])
