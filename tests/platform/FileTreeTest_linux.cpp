@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include <sys/syscall.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -37,6 +38,7 @@ class LinuxFileTreeTest : public QObject
 
 private Q_SLOTS:
     void move_whereRenamesReplace_overwritesNothing();
+    void copy_keepsTheUsersAttributes();
     void trash_isRestorable();
     void trash_ofNameAlreadyInIt_keepsBoth();
     void unusableTrash_leavesTheItem();
@@ -60,6 +62,23 @@ void LinuxFileTreeTest::move_whereRenamesReplace_overwritesNothing()
     QVERIFY(FileTree::move({u"~"_s, u"Folder"_s}, {u"~/To"_s, u"Folder"_s}));
     QCOMPARE(home.names({}), {u"To"_s});
     QCOMPARE(home.names(u"To/Folder"_s), {u"file"_s});
+}
+
+void LinuxFileTreeTest::copy_keepsTheUsersAttributes()
+{
+    const TestHome home;
+    const QByteArray file = home.makeFile(u"Glow/file"_s).toUtf8();
+    if (::setxattr(file.constData(), "user.tag", "red", 3, 0) != 0)
+        QSKIP("the file system of the test keeps no such attributes");
+    QVERIFY(FileTree::copy({u"~"_s, u"Glow"_s}, {u"~"_s, u"Copy"_s}));
+    QFile other(home.makeFile(u"other"_s));
+    QVERIFY(other.open(QIODevice::ReadWrite));
+    QVERIFY(FileTree::copyExtendedAttributes(QString::fromUtf8(file), other.handle()));
+    for (const QString &path : {home.path(u"Copy/file"_s), other.fileName()}) {
+        QByteArray tag(3, '-');
+        ::getxattr(path.toUtf8().constData(), "user.tag", tag.data(), 3);
+        QCOMPARE(tag, "red");
+    }
 }
 
 void LinuxFileTreeTest::trash_isRestorable()

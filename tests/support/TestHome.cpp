@@ -80,19 +80,3 @@ QMap<QString, QByteArray> TestHome::snapshot() const
     }
     return items;
 }
-
-QStringList TestHome::changesSince(const QMap<QString, QByteArray> &earlier) const
-{
-    const QMap<QString, QByteArray> now = snapshot();
-    QStringList changed;
-    for (auto item = now.begin(); item != now.end(); ++item) {
-        if (!earlier.contains(item.key()) || earlier.value(item.key()) != item.value())
-            changed << item.key();
-    }
-    for (const QString &path : earlier.keys()) {
-        if (!now.contains(path))
-            changed << path;
-    }
-    changed.sort();
-    return changed;
-}

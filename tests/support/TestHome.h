@@ -27,8 +27,6 @@ public:
     /// Every item under the home by its relative path, with what it is, its mode, its time and
     /// its content or target: two equal ones mean that nothing was touched in between.
     [[nodiscard]] QMap<QString, QByteArray> snapshot() const;
-    /// The paths that came, went or changed since, sorted.
-    [[nodiscard]] QStringList changesSince(const QMap<QString, QByteArray> &earlier) const;
 
 private:
     QTemporaryDir m_folder;
