@@ -3,44 +3,68 @@
 
 #include <QAction>
 #include <QDesktopServices>
-#include <QDir>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
 
-/// Stands in for the desktop: every folder that the program wants opened comes here.
+/// Stands in for the desktop: every address that the program wants opened comes here.
 class ShortcutsTest : public QObject
 {
     Q_OBJECT
 
 public Q_SLOTS:
-    void open(const QUrl &address) { m_opened << QDir::cleanPath(address.toLocalFile()); }
+    void open(const QUrl &address) { m_opened << address.toString(); }
 
 private Q_SLOTS:
+    void initTestCase();
     void opensItsFolder();
+    void opensItsPages();
 
 private:
     QStringList m_opened;
 };
 
+void ShortcutsTest::initTestCase()
+{
+    for (const QString &scheme : {u"file"_s, u"http"_s, u"https"_s})
+        QDesktopServices::setUrlHandler(scheme, this, "open");
+}
+
 void ShortcutsTest::opensItsFolder()
 {
-    QDesktopServices::setUrlHandler(u"file"_s, this, "open");
     const TestHome home;
     const RunningProgram program;
-    for (const QString &name :
-         {u"Compositions"_s, u"Effects"_s, u"Generators"_s, u"Titles"_s, u"Transitions"_s}) {
+    const QString root = u"Movies/Motion Templates.localized/"_s;
+    for (const auto &[name, folder] :
+         {std::pair(u"TemplatesRoot"_s, root),
+          std::pair(u"Compositions"_s, root + u"Compositions.localized"_s),
+          std::pair(u"Effects"_s, root + u"Effects.localized/"_s),
+          std::pair(u"Generators"_s, root + u"Generators.localized/"_s),
+          std::pair(u"Titles"_s, root + u"Titles.localized"_s),
+          std::pair(u"Transitions"_s, root + u"Transitions.localized"_s)}) {
         m_opened.clear();
         const QString button = u"open"_s + name + u"Folder"_s;
         program.click(button);
         QCOMPARE(m_opened, QStringList()); // it is not there yet
-        const QString folder =
-            home.makeFolder(u"Movies/Motion Templates.localized/"_s + name + u".localized"_s);
+        const QString address = u"file://"_s + home.makeFolder(folder);
         program.click(button);
         program.find<QAction>(button + u"Item"_s)->trigger();
-        QCOMPARE(m_opened, QStringList({folder, folder}));
+        QCOMPARE(m_opened, QStringList({address, address}));
     }
-    QDesktopServices::unsetUrlHandler(u"file"_s);
+}
+
+void ShortcutsTest::opensItsPages()
+{
+    const TestHome home;
+    const RunningProgram program;
+    m_opened.clear();
+    program.find<QAction>(u"runHelpWebView"_s)->trigger();
+    program.find<QAction>(u"linkToPayPal"_s)->trigger();
+    QCOMPARE(m_opened.size(), 2);
+    QVERIFY(m_opened.at(0).startsWith(u"http://"_s));
+    QVERIFY(m_opened.at(0).endsWith(u"/Brimvale/help/Brimvale-help.html"_s));
+    QVERIFY(m_opened.at(1).startsWith(u"https://"_s));
+    QVERIFY(m_opened.at(1).contains(u"/cgi-bin/webscr?cmd=_s-xclick&hosted_button_id="_s));
 }
 
 int main(int argc, char *argv[])
