@@ -35,13 +35,14 @@ void ShortcutsTest::opensItsFolder()
     const TestHome home;
     const RunningProgram program;
     const QString root = u"Movies/Motion Templates.localized/"_s;
-    for (const auto &[name, folder] :
-         {std::pair(u"TemplatesRoot"_s, root),
-          std::pair(u"Compositions"_s, root + u"Compositions.localized"_s),
-          std::pair(u"Effects"_s, root + u"Effects.localized/"_s),
-          std::pair(u"Generators"_s, root + u"Generators.localized/"_s),
-          std::pair(u"Titles"_s, root + u"Titles.localized"_s),
-          std::pair(u"Transitions"_s, root + u"Transitions.localized"_s)}) {
+    const QList<std::pair<QString, QString>> folders = {
+        {u"TemplatesRoot"_s, root},
+        {u"Compositions"_s, root + u"Compositions.localized"_s},
+        {u"Effects"_s, root + u"Effects.localized/"_s},
+        {u"Generators"_s, root + u"Generators.localized/"_s},
+        {u"Titles"_s, root + u"Titles.localized"_s},
+        {u"Transitions"_s, root + u"Transitions.localized"_s}};
+    for (const auto &[name, folder] : folders) {
         m_opened.clear();
         const QString button = u"open"_s + name + u"Folder"_s;
         program.click(button);
