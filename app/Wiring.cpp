@@ -87,12 +87,13 @@ void BrimvaleAppDelegate::buildWindows()
     installHintIcon->setPixmap(QIcon(u":/icons/library-64.png"_s).pixmap(QSize(64, 64)));
 }
 
-/// Return, wherever the keyboard is inside the control, presses the page's main button.
+/// Return presses the button while the control itself has the keyboard. Nothing for the rate list:
+/// a Return that chooses from it would conform the file at once.
 void BrimvaleAppDelegate::pressByReturn(QWidget *control, QAbstractButton *button)
 {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto *shortcut = new QShortcut(key, control);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        shortcut->setContext(Qt::WidgetShortcut);
         connect(shortcut, &QShortcut::activated, button, &QAbstractButton::click);
     }
 }
@@ -117,7 +118,8 @@ void BrimvaleAppDelegate::wireControls()
     connect(input, &QLineEdit::returnPressed, this, &App::setPathEnter);
     connect(addButton, &Button::clicked, this, &App::doOpen);
     connect(clearButton, &Button::clicked, this, &App::clearInputs);
-    pressByReturn(categoryBox, mSendButton);
+    for (QAbstractButton *choice : theMatrix->buttons())
+        pressByReturn(choice, mSendButton);
     connect(mSendButton, &Button::clicked, this, &App::moveAndClose);
     connect(mNewCatButton, &Button::clicked, this, &App::createCategory);
     connect(Ui::SubCategorySheet::generateCustomFolder, &Button::clicked, this,
@@ -132,7 +134,6 @@ void BrimvaleAppDelegate::wireControls()
     connect(tClearButton, &Button::clicked, this, &App::clearEditor);
     connect(setButton, &Button::clicked, this, &App::addElements);
     connect(element, &QLineEdit::returnPressed, setButton, &Button::click);
-    pressByReturn(frPopup, conformButton);
     connect(conformButton, &Button::clicked, this, &App::conform);
     connect(orgButton, &Button::clicked, this, &App::backupOriginal);
     connect(renameButton, &Button::clicked, this, &App::raiseRenameSheet);
