@@ -1,16 +1,14 @@
 #include "BrimvaleAppDelegate.h"
 
 #include "SettingsStore.h"
+#include "editor/ArchiveFolder.h"
 #include "help/dornelHelpBook.h"
 #include "history/InstallationHistoryModel.h"
 #include "platform/FileTree.h"
-#include "platform/Path.h"
 #include "widgets/Focus.h"
 
 #include <QCoreApplication>
 #include <QEvent>
-
-using namespace Qt::StringLiterals;
 
 BrimvaleAppDelegate::BrimvaleAppDelegate()
 {
@@ -68,8 +66,6 @@ void BrimvaleAppDelegate::applicationDidFinishLaunching()
     orgButton->hide();
     wasArchived->clear();
 
-    const QString archiveFolder =
-        Path::expandingTilde(Path::joined(u"~/Documents"_s, u"Brimvale"_s));
     if (!FileTree::exists(archiveFolder))
         std::ignore = FileTree::createFolder(archiveFolder);
 }

@@ -1,3 +1,4 @@
+#include "ArchiveFolder.h"
 #include "app/BrimvaleAppDelegate.h"
 #include "platform/FileTree.h"
 #include "platform/Path.h"
@@ -7,12 +8,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-
-namespace {
-
-const QString archiveFolder = u"~/Documents/Brimvale"_s;
-
-} // namespace
 
 void BrimvaleAppDelegate::backupOriginal()
 {
