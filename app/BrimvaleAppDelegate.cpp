@@ -1,10 +1,10 @@
 #include "BrimvaleAppDelegate.h"
 
-#include "SettingsStore.h"
 #include "editor/ArchiveFolder.h"
 #include "help/dornelHelpBook.h"
 #include "history/InstallationHistoryModel.h"
 #include "platform/FileTree.h"
+#include "settings/SettingsStore.h"
 #include "widgets/Focus.h"
 
 #include <QCoreApplication>

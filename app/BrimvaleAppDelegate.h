@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/InspectionValues.h"
+#include "motion/InspectionValues.h"
 #include "platform/FileTree.h"
 
 #include "ui_BackupWindow.h"

@@ -1,9 +1,9 @@
 #include "app/BrimvaleAppDelegate.h"
-#include "app/SettingsStore.h"
 #include "library/TemplateLibrary.h"
 #include "platform/FileTree.h"
 #include "platform/Path.h"
 #include "platform/RunLoop.h"
+#include "settings/SettingsStore.h"
 #include "widgets/Focus.h"
 #include "widgets/InputShield.h"
 

@@ -1,6 +1,6 @@
 #include "Benchmarks.h"
-#include "editor/InspectionValues.h"
-#include "editor/ProjectChanges.h"
+#include "motion/InspectionValues.h"
+#include "motion/ProjectChanges.h"
 
 #include <QDir>
 

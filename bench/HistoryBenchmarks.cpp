@@ -1,6 +1,6 @@
 #include "Benchmarks.h"
-#include "app/SettingsStore.h"
 #include "history/InstallationRecord.h"
+#include "settings/SettingsStore.h"
 
 #include <QDateTime>
 

@@ -1,6 +1,6 @@
-#include "ProjectKind.h"
 #include "app/BrimvaleAppDelegate.h"
 #include "library/TemplateLibrary.h"
+#include "motion/ProjectKind.h"
 #include "platform/Alert.h"
 #include "platform/DiagnosticLog.h"
 #include "platform/Path.h"

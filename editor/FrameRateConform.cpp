@@ -1,5 +1,5 @@
-#include "ProjectChanges.h"
 #include "app/BrimvaleAppDelegate.h"
+#include "motion/ProjectChanges.h"
 #include "platform/DiagnosticLog.h"
 
 using namespace Qt::StringLiterals;

@@ -1,5 +1,5 @@
-#include "ProjectChanges.h"
 #include "app/BrimvaleAppDelegate.h"
+#include "motion/ProjectChanges.h"
 #include "platform/DiagnosticLog.h"
 #include "widgets/TextColour.h"
 

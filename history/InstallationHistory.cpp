@@ -1,7 +1,7 @@
 #include "InstallationHistoryModel.h"
 #include "app/BrimvaleAppDelegate.h"
-#include "app/SettingsStore.h"
 #include "library/TemplateLibrary.h"
+#include "settings/SettingsStore.h"
 #include "widgets/Focus.h"
 
 #include <QButtonGroup>

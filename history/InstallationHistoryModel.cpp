@@ -1,6 +1,6 @@
 #include "InstallationHistoryModel.h"
 
-#include "app/SettingsStore.h"
+#include "settings/SettingsStore.h"
 
 InstallationHistoryModel::InstallationHistoryModel(QObject *parent) : QAbstractTableModel(parent) {}
 

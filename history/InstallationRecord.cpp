@@ -1,6 +1,6 @@
 #include "InstallationRecord.h"
 
-#include "app/SettingsStore.h"
+#include "settings/SettingsStore.h"
 
 using namespace Qt::StringLiterals;
 

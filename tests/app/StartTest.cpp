@@ -1,4 +1,4 @@
-#include "app/SettingsStore.h"
+#include "settings/SettingsStore.h"
 #include "tests/support/RunningProgram.h"
 #include "tests/support/TestHome.h"
 #include "widgets/DateField.h"

@@ -1,4 +1,4 @@
-#include "app/SettingsStore.h"
+#include "settings/SettingsStore.h"
 #include "tests/support/LibraryHome.h"
 #include "tests/support/RunningProgram.h"
 #include "widgets/Spinner.h"

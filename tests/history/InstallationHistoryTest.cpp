@@ -1,5 +1,5 @@
-#include "app/SettingsStore.h"
 #include "history/InstallationRecord.h"
+#include "settings/SettingsStore.h"
 #include "tests/support/LibraryHome.h"
 #include "tests/support/RunningProgram.h"
 

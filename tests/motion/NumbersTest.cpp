@@ -1,6 +1,6 @@
-#include "editor/FrameRates.h"
-#include "editor/InspectionValues.h"
-#include "editor/NumberText.h"
+#include "motion/FrameRates.h"
+#include "motion/InspectionValues.h"
+#include "motion/NumberText.h"
 #include "tests/support/TestHome.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "tests/editor/MotionFixtures.h"
+#include "tests/motion/MotionFixtures.h"
 #include "tests/support/LibraryHome.h"
 #include "tests/support/LogLines.h"
 #include "tests/support/RunningProgram.h"

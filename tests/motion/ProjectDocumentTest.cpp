@@ -1,7 +1,7 @@
 #include "ConformingParsers.h"
 #include "MotionFixtures.h"
-#include "editor/ProjectChanges.h"
-#include "editor/WellFormedness.h"
+#include "motion/ProjectChanges.h"
+#include "motion/WellFormedness.h"
 #include "tests/support/TestHome.h"
 
 #include <QCoreApplication>
