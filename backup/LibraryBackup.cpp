@@ -44,8 +44,10 @@ void BrimvaleAppDelegate::setBackupPath1()
         backupPath->setText(path);
         theBackupButton->show();
         theFolderImage->setText(Path::lastComponent(backupPath->text()));
-        SettingsStore().setObject(backupPath->text(), SettingsStore::theAppBackupPath);
-        SettingsStore().setObject(theFolderImage->text(), SettingsStore::theFolder8899);
+        std::ignore =
+            SettingsStore().setObject(backupPath->text(), SettingsStore::theAppBackupPath);
+        std::ignore =
+            SettingsStore().setObject(theFolderImage->text(), SettingsStore::theFolder8899);
     }
 }
 
@@ -60,7 +62,8 @@ void BrimvaleAppDelegate::backup()
     copyLibrary(destination, prefix + TemplateLibrary::rootName());
     runEventLoopFor(2500ms);
     lastBackupDate->setObjectValue(backupDate);
-    SettingsStore().setObject(lastBackupDate->objectValue(), SettingsStore::theLastBackupDate);
+    std::ignore =
+        SettingsStore().setObject(lastBackupDate->objectValue(), SettingsStore::theLastBackupDate);
     backupSpinner->stopAnimation();
     pleaseWait->clear();
 }

@@ -28,8 +28,8 @@ void BrimvaleAppDelegate::clearLogs()
     logResetButton->setEnabled(true);
     helpButton->setEnabled(true);
     arrayController->removeAll();
-    SettingsStore().removeObject(SettingsStore::installations);
-    SettingsStore().synchronize();
+    std::ignore = SettingsStore().removeObject(SettingsStore::installations);
+    std::ignore = SettingsStore().synchronize();
     logSheet->hide();
 }
 

@@ -1,6 +1,6 @@
 #include "InstallationHistoryModel.h"
 
-#include "settings/SettingsStore.h"
+#include <tuple>
 
 InstallationHistoryModel::InstallationHistoryModel(QObject *parent) : QAbstractTableModel(parent) {}
 
@@ -11,8 +11,7 @@ void InstallationHistoryModel::setObjectValue(const QVariant &installations)
 
 void InstallationHistoryModel::append(const InstallationRecord &record)
 {
-    SettingsStore store;
-    appendInstallation(store, record);
+    std::ignore = appendInstallation(record);
 }
 
 void InstallationHistoryModel::removeAll()

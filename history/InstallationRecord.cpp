@@ -30,9 +30,10 @@ QList<InstallationRecord> installationRecords(const QVariant &installations)
     return records;
 }
 
-void appendInstallation(SettingsStore &store, const InstallationRecord &record)
+Outcome appendInstallation(const InstallationRecord &record)
 {
+    SettingsStore store;
     QVariantList installations = store.object(SettingsStore::installations).toList();
     installations.append(QVariantMap{{recordKey, record.line}});
-    store.setObject(installations, SettingsStore::installations);
+    return store.setObject(installations, SettingsStore::installations);
 }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/Result.h"
+
 #include <QString>
 #include <QVariant>
-
-class SettingsStore;
 
 /// One line of the installation history. In the settings it is a dictionary whose only key is
 /// "installations", and the history an array of them, oldest first.
@@ -20,4 +20,4 @@ struct InstallationRecord
 QList<InstallationRecord> installationRecords(const QVariant &installations);
 
 /// Adds a record at the end of the stored history, whatever was stored since it was last read.
-void appendInstallation(SettingsStore &store, const InstallationRecord &record);
+Outcome appendInstallation(const InstallationRecord &record);

@@ -14,18 +14,22 @@ QVariant SettingsStore::object(QLatin1StringView key) const
     return m_settings.value(key);
 }
 
-void SettingsStore::setObject(const QVariant &value, QLatin1StringView key)
+Outcome SettingsStore::setObject(const QVariant &value, QLatin1StringView key)
 {
     m_settings.setValue(key, value);
+    return {};
 }
 
-void SettingsStore::removeObject(QLatin1StringView key)
+Outcome SettingsStore::removeObject(QLatin1StringView key)
 {
     m_settings.remove(key);
+    return {};
 }
 
-bool SettingsStore::synchronize()
+Outcome SettingsStore::synchronize()
 {
     m_settings.sync();
-    return m_settings.status() == QSettings::NoError;
+    if (m_settings.status() != QSettings::NoError)
+        return Failure{u"cannot write the settings"_s};
+    return {};
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Result.h"
+
 #include <QSettings>
 #include <QVariant>
 
@@ -20,11 +22,11 @@ public:
 
     /// An invalid value when the key was never written.
     [[nodiscard]] QVariant object(QLatin1StringView key) const;
-    void setObject(const QVariant &value, QLatin1StringView key);
-    void removeObject(QLatin1StringView key);
+    Outcome setObject(const QVariant &value, QLatin1StringView key);
+    Outcome removeObject(QLatin1StringView key);
 
-    /// Brings everything to the disk now; false when that failed.
-    bool synchronize();
+    /// Brings everything to the disk now.
+    Outcome synchronize();
 
 private:
     QSettings m_settings;

@@ -20,9 +20,9 @@ void StartTest::showsSettingsOfAnEarlierRun()
     const QDateTime date(QDate(2024, 2, 29), QTime(13, 5, 7));
     const TestHome earlier;
     SettingsStore store;
-    store.setObject(u"/backups/No, 1; \"ü\""_s, SettingsStore::theAppBackupPath);
-    store.setObject(date, SettingsStore::theLastBackupDate);
-    store.setObject(u"2024"_s, SettingsStore::theFolder8899);
+    std::ignore = store.setObject(u"/backups/No, 1; \"ü\""_s, SettingsStore::theAppBackupPath);
+    std::ignore = store.setObject(date, SettingsStore::theLastBackupDate);
+    std::ignore = store.setObject(u"2024"_s, SettingsStore::theFolder8899);
     QVERIFY(store.synchronize());
 
     // Of the same settings in another place nothing is in memory yet.

@@ -111,7 +111,7 @@ void LibraryBackupTest::copiesTheWholeLibrary()
 {
     const LibraryHome home;
     home.makeFile(u"Backups/"_s + datedName(QDateTime(QDate(2020, 2, 2), QTime(2, 2))) + u"/old"_s);
-    SettingsStore().setObject(u"~/Backups"_s, SettingsStore::theAppBackupPath);
+    std::ignore = SettingsStore().setObject(u"~/Backups"_s, SettingsStore::theAppBackupPath);
     const auto before = files(home);
     QString shownDate;
     {
@@ -167,7 +167,8 @@ void LibraryBackupTest::leavesEverythingElseAlone()
     for (int second = 0; second < 10; ++second)
         home.makeFile(u"Taken/"_s + datedName(QDateTime::currentDateTime().addSecs(second)));
     if (!folder.isEmpty())
-        SettingsStore().setObject(QString(u"~/"_s + folder), SettingsStore::theAppBackupPath);
+        std::ignore =
+            SettingsStore().setObject(QString(u"~/"_s + folder), SettingsStore::theAppBackupPath);
     const RunningProgram program;
     program.click(u"runPrefsWindow"_s);
     program.find<QWidget>(u"theBackupButton"_s)->show();
