@@ -1,70 +1,88 @@
 #include "BrimvaleAppDelegate.h"
 
+#include "backup/BackupWindow.h"
 #include "editor/ArchiveFolder.h"
+#include "editor/EditPage.h"
+#include "help/HelpSheet.h"
 #include "help/dornelHelpBook.h"
-#include "history/InstallationHistoryModel.h"
+#include "history/HistoryWindow.h"
+#include "installer/InstallPage.h"
 #include "platform/FileTree.h"
 #include "settings/SettingsStore.h"
 #include "widgets/Focus.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEvent>
+#include <QIcon>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QIcon applicationIcon()
+{
+    QIcon icon(u":/brimvale.png"_s);
+    for (const int size : {16, 24, 32, 48})
+        icon.addFile(u":/brimvale-%1.png"_s.arg(size));
+    return icon;
+}
+
+} // namespace
 
 BrimvaleAppDelegate::BrimvaleAppDelegate()
 {
     buildWindows();
-    wireControls();
+    connectRooms();
     wireMenus();
     awakeFromNib();
 }
 
-BrimvaleAppDelegate::~BrimvaleAppDelegate()
+BrimvaleAppDelegate::~BrimvaleAppDelegate() = default;
+
+void BrimvaleAppDelegate::buildWindows()
 {
-    delete helpBook;
-    for (QWidget *each : std::initializer_list<QWidget *>{window, logWindow, prefWindow, mWindow})
-        delete each;
+    Q_INIT_RESOURCE(brimvale);
+    QApplication::setWindowIcon(applicationIcon());
+
+    mWindow = std::make_unique<QMainWindow>();
+    setupUi(mWindow.get());
+    installPage = new InstallPage(mWindow.get(), count);
+    theTabView->addWidget(installPage);
+    editPage = new EditPage(mWindow.get(), count);
+    theTabView->addWidget(editPage);
+    // The footer comes last: the pages joined the window behind it.
+    QWidget *last = editPage->tClearButton;
+    for (QWidget *next : {Ui::MainWindow::openTemplatesRootFolder, openArchivesFolder,
+                          openLogsWindow, runPrefsWindow, openHelpSheet})
+        QWidget::setTabOrder(std::exchange(last, next), next);
+    theSheet = new HelpSheet(mWindow.get());
+
+    window = std::make_unique<QWidget>();
+    window->setObjectName(u"window"_s);
+    logWindow = std::make_unique<HistoryWindow>();
+    prefWindow = std::make_unique<BackupWindow>();
 }
 
 void BrimvaleAppDelegate::awakeFromNib()
 {
     segController->setTag(0, 0);
     segController->setTag(1, 1);
-    enableInstallButtons(false);
+    installPage->awakeFromNib();
     addButton->show();
-    tClearButton->setEnabled(false);
-    element->setEnabled(false);
-    setFocusRing(element, FocusRing::None);
-    orgButton->hide();
-    frPopup->setCurrentIndex(0);
-    for (QLabel *each : std::initializer_list<QLabel *>{display, input1, textField1, typeText})
-        each->clear();
-    element->clear();
-    oFile->setEnabled(true);
-    frPopup->setEnabled(false);
-    conformButton->setEnabled(false);
-    setButton->setEnabled(false);
+    editPage->awakeFromNib();
     renameButton->hide();
-    for (QLabel *each :
-         std::initializer_list<QLabel *>{theFrames, theFrameRate, theDuration, secFloat, resOutput,
-                                         wasArchived, newNameWarning})
-        each->clear();
-    statusImage->clear();
 }
 
 void BrimvaleAppDelegate::applicationDidFinishLaunching()
 {
-    hidden->hide();
-    makeKeyAndOrderFront(mWindow);
-    setFocusRing(input, FocusRing::Default);
-    backupPath->setText(SettingsStore().object(SettingsStore::theAppBackupPath).toString());
-    lastBackupDate->setObjectValue(SettingsStore().object(SettingsStore::theLastBackupDate));
-    theFolderImage->setText(SettingsStore().object(SettingsStore::theFolder8899).toString());
-    arrayController->setObjectValue(SettingsStore().object(SettingsStore::installations));
-    theBackupButton->hide();
-    // Once more, so that the state after launch is this one whatever came before.
-    enableInstallButtons(false);
-    orgButton->hide();
-    wasArchived->clear();
+    installPage->applicationDidFinishLaunching();
+    makeKeyAndOrderFront(mWindow.get());
+    prefWindow->setBackupPath(SettingsStore().object(SettingsStore::theAppBackupPath).toString());
+    prefWindow->setLastBackupDate(SettingsStore().object(SettingsStore::theLastBackupDate));
+    prefWindow->setBackupFolderName(
+        SettingsStore().object(SettingsStore::theFolder8899).toString());
+    logWindow->setInstallations(SettingsStore().object(SettingsStore::installations));
+    editPage->applicationDidFinishLaunching();
 
     if (!FileTree::exists(archiveFolder))
         std::ignore = FileTree::createFolder(archiveFolder);
@@ -95,9 +113,17 @@ void BrimvaleAppDelegate::toggleView()
     }
 }
 
+void BrimvaleAppDelegate::runHelpBook()
+{
+    // Its pages and pictures are most of the work of a start, and seldom read.
+    if (!helpBook)
+        helpBook = std::make_unique<dornelHelpBook>();
+    helpBook->runHelpBook();
+}
+
 bool BrimvaleAppDelegate::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == mWindow && event->type() == QEvent::Close)
+    if (watched == mWindow.get() && event->type() == QEvent::Close)
         windowWillClose();
     return QObject::eventFilter(watched, event);
 }

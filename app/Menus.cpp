@@ -1,5 +1,9 @@
 #include "BrimvaleAppDelegate.h"
-#include "help/dornelHelpBook.h"
+#include "backup/BackupWindow.h"
+#include "editor/EditPage.h"
+#include "help/HelpSheet.h"
+#include "history/HistoryWindow.h"
+#include "installer/InstallPage.h"
 #include "widgets/MenuFollower.h"
 
 #include <QApplication>
@@ -38,24 +42,24 @@ void BrimvaleAppDelegate::wireMenus()
         connect(item, &QAction::triggered, button, [button] { button->click(); });
     };
     press(doOpenItem, addButton);
-    press(openFileItem, oFile);
-    press(moveAndCloseItem, mSendButton);
-    press(createCategoryItem, mNewCatButton);
-    press(clearInputsItem, clearButton);
-    press(backupOriginalItem, orgButton);
+    press(openFileItem, editPage->oFile);
+    press(moveAndCloseItem, installPage->mSendButton);
+    press(createCategoryItem, installPage->mNewCatButton);
+    press(clearInputsItem, installPage->clearButton);
+    press(backupOriginalItem, editPage->orgButton);
     press(raiseRenameSheetItem, renameButton);
-    press(clearEditorItem, tClearButton);
-    press(addElementsItem, setButton);
-    press(conformItem, conformButton);
-    new MenuFollower(writeToFileItem, tClearButton);
+    press(clearEditorItem, editPage->tClearButton);
+    press(addElementsItem, editPage->setButton);
+    press(conformItem, editPage->conformButton);
+    new MenuFollower(writeToFileItem, editPage->tClearButton);
 
     using App = BrimvaleAppDelegate;
-    const auto run = [this](QAction *item, auto *receiver, auto action) {
+    const auto run = [](QAction *item, auto *receiver, auto action) {
         connect(item, &QAction::triggered, receiver, action);
     };
-    run(writeToFileItem, this, [this] {
-        writeToFile();
-        clearEditor(); // or nothing but a drop could open the next file
+    run(writeToFileItem, editPage, [this] {
+        editPage->writeToFile();
+        editPage->clearEditor(); // or nothing but a drop could open the next file
     });
     run(openTemplatesRootFolderItem, this, &App::openTemplatesRootFolder);
     run(openCompositionsFolderItem, this, &App::openCompositionsFolder);
@@ -63,20 +67,25 @@ void BrimvaleAppDelegate::wireMenus()
     run(openGeneratorsFolderItem, this, &App::openGeneratorsFolder);
     run(openTitlesFolderItem, this, &App::openTitlesFolder);
     run(openTransitionsFolderItem, this, &App::openTransitionsFolder);
-    run(openArchivesFolderItem, this, &App::openArchivesFolder);
-    run(runPrefsWindowItem, this, &App::runPrefsWindow);
-    run(openLogsWindowItem, this, &App::openLogsWindow);
-    run(Ui::MainWindow::runHelpBook, helpBook, &dornelHelpBook::runHelpBook);
-    run(openHelpSheetItem, this, &App::openHelpSheet);
+    run(openArchivesFolderItem, editPage, &EditPage::openArchivesFolder);
+    run(runPrefsWindowItem, prefWindow.get(), &BackupWindow::runPrefsWindow);
+    run(openLogsWindowItem, logWindow.get(), &HistoryWindow::openLogsWindow);
+    run(Ui::MainWindow::runHelpBook, this, &App::runHelpBook);
+    run(openHelpSheetItem, theSheet, &HelpSheet::openHelpSheet);
     run(Ui::MainWindow::runHelpWebView, this, &App::runHelpWebView);
     run(Ui::MainWindow::linkToPayPal, this, &App::linkToPayPal);
-    run(aboutItem, mWindow, [this] { showAbout(mWindow); });
-    run(quitItem, mWindow, [this] { mWindow->close(); });
+    run(aboutItem, mWindow.get(), [this] { showAbout(mWindow.get()); });
+    run(quitItem, mWindow.get(), [this] { mWindow->close(); });
     run(installModeItem, segController, [this] { segController->button(0)->click(); });
     run(editModeItem, segController, [this] { segController->button(1)->click(); });
+    wireEditMenu();
+}
 
+/// What the Edit menu does to the text field that has the keyboard.
+void BrimvaleAppDelegate::wireEditMenu()
+{
     const auto edit = [this](QAction *item, auto operation) {
-        connect(item, &QAction::triggered, mWindow, [operation] {
+        connect(item, &QAction::triggered, mWindow.get(), [operation] {
             if (QLineEdit *field = focusedField())
                 (field->*operation)();
         });

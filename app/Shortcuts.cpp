@@ -1,4 +1,5 @@
 #include "BrimvaleAppDelegate.h"
+#include "library/TemplateLibrary.h"
 #include "platform/Path.h"
 #include "platform/Workspace.h"
 
@@ -8,50 +9,52 @@ namespace {
 
 void openFolder(const QString &path)
 {
-    openAddress(QUrl::fromLocalFile(Path::expandingTilde(path)));
+    std::ignore = openAddress(QUrl::fromLocalFile(Path::expandingTilde(path)));
 }
 
 } // namespace
 
-// Some of these paths end in "/" and some do not; they are passed on as they stand.
+// Some of these paths end in "/" and some do not: they have always been passed on so.
 
 void BrimvaleAppDelegate::openTemplatesRootFolder()
 {
-    openFolder(u"~/Movies/Motion Templates.localized/"_s);
+    openFolder(TemplateLibrary::root() + u'/');
 }
 
 void BrimvaleAppDelegate::openCompositionsFolder()
 {
-    openFolder(u"~/Movies/Motion Templates.localized/Compositions.localized"_s);
+    openFolder(TemplateLibrary::category(0)->path);
 }
 
 void BrimvaleAppDelegate::openEffectsFolder()
 {
-    openFolder(u"~/Movies/Motion Templates.localized/Effects.localized/"_s);
+    openFolder(TemplateLibrary::category(1)->path + u'/');
 }
 
 void BrimvaleAppDelegate::openGeneratorsFolder()
 {
-    openFolder(u"~/Movies/Motion Templates.localized/Generators.localized/"_s);
+    openFolder(TemplateLibrary::category(2)->path + u'/');
 }
 
 void BrimvaleAppDelegate::openTitlesFolder()
 {
-    openFolder(u"~/Movies/Motion Templates.localized/Titles.localized"_s);
+    openFolder(TemplateLibrary::category(3)->path);
 }
 
 void BrimvaleAppDelegate::openTransitionsFolder()
 {
-    openFolder(u"~/Movies/Motion Templates.localized/Transitions.localized"_s);
+    openFolder(TemplateLibrary::category(4)->path);
 }
 
 void BrimvaleAppDelegate::runHelpWebView()
 {
-    openAddress(QUrl(u"http://" BRIMVALE_HELP_HOST "/Brimvale/help/Brimvale-help.html"_s));
+    std::ignore =
+        openAddress(QUrl(u"http://" BRIMVALE_HELP_HOST "/Brimvale/help/Brimvale-help.html"_s));
 }
 
 void BrimvaleAppDelegate::linkToPayPal()
 {
-    openAddress(QUrl(u"https://" BRIMVALE_DONATION_HOST "/cgi-bin/webscr?cmd=_s-xclick"
-                     "&hosted_button_id=" BRIMVALE_DONATION_BUTTON ""_s));
+    std::ignore =
+        openAddress(QUrl(u"https://" BRIMVALE_DONATION_HOST "/cgi-bin/webscr?cmd=_s-xclick"
+                         "&hosted_button_id=" BRIMVALE_DONATION_BUTTON ""_s));
 }

@@ -2,7 +2,7 @@
 
 #include "widgets/FileDropTarget.h"
 
-/// Where Motion files are dropped: the Edit module.
+/// Where Motion files are dropped: the Edit page is one.
 class dropZone1 : public FileDropTarget
 {
     Q_OBJECT

@@ -1,11 +1,19 @@
-#include "app/BrimvaleAppDelegate.h"
+#include "HelpSheet.h"
 
-void BrimvaleAppDelegate::openHelpSheet()
+HelpSheet::HelpSheet(QWidget *window) : QDialog(window)
 {
-    theSheet->open();
+    setupUi(this);
+    connect(Ui::HelpSheet::closeHelpSheet, &QAbstractButton::clicked, this,
+            &HelpSheet::closeHelpSheet);
+    connect(this, &QDialog::rejected, this, &HelpSheet::closeHelpSheet);
 }
 
-void BrimvaleAppDelegate::closeHelpSheet()
+void HelpSheet::openHelpSheet()
 {
-    theSheet->hide();
+    open();
+}
+
+void HelpSheet::closeHelpSheet()
+{
+    hide();
 }

@@ -1,17 +1,10 @@
 #include "InstallationHistoryModel.h"
 
-#include <tuple>
-
 InstallationHistoryModel::InstallationHistoryModel(QObject *parent) : QAbstractTableModel(parent) {}
 
 void InstallationHistoryModel::setObjectValue(const QVariant &installations)
 {
     show(installationRecords(installations));
-}
-
-void InstallationHistoryModel::append(const InstallationRecord &record)
-{
-    std::ignore = appendInstallation(record);
 }
 
 void InstallationHistoryModel::removeAll()

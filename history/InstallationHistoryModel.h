@@ -16,8 +16,6 @@ public:
     /// Shows this array of records; an invalid value shows none.
     void setObjectValue(const QVariant &installations);
 
-    /// Adds to the stored history; what is shown stays until it is read again.
-    void append(const InstallationRecord &record);
     /// Removes the lines that are shown; the stored history is its owner's to remove.
     void removeAll();
 

@@ -2,7 +2,7 @@
 
 #include "widgets/FileDropTarget.h"
 
-/// Where template folders are dropped: the Install module.
+/// Where template folders are dropped: the Install page is one.
 class dropZone : public FileDropTarget
 {
     Q_OBJECT

@@ -21,11 +21,17 @@ QStringList fileNames(const QMimeData &mimeData)
     return paths;
 }
 
-/// Answers the drag source; false when nothing here may be dropped.
-bool answer(QDropEvent &event)
+/// Tells the drag source what will happen: a link where it allows one, else a copy, else nothing;
+/// nothing for anything but files. Only the cursor depends on it.
+bool draggingEntered(QDropEvent &event)
 {
-    const Qt::DropAction action =
-        FileDropTarget::draggingEntered(*event.mimeData(), event.possibleActions());
+    Qt::DropAction action = Qt::IgnoreAction;
+    if (!fileNames(*event.mimeData()).isEmpty()) {
+        if (event.possibleActions().testFlag(Qt::LinkAction))
+            action = Qt::LinkAction;
+        else if (event.possibleActions().testFlag(Qt::CopyAction))
+            action = Qt::CopyAction;
+    }
     event.setDropAction(action);
     event.setAccepted(action != Qt::IgnoreAction);
     return event.isAccepted();
@@ -38,39 +44,27 @@ FileDropTarget::FileDropTarget(QWidget *parent) : QWidget(parent)
     setAcceptDrops(true);
 }
 
-Qt::DropAction FileDropTarget::draggingEntered(const QMimeData &mimeData, Qt::DropActions allowed)
-{
-    if (fileNames(mimeData).isEmpty())
-        return Qt::IgnoreAction;
-    if (allowed.testFlag(Qt::LinkAction))
-        return Qt::LinkAction;
-    if (allowed.testFlag(Qt::CopyAction))
-        return Qt::CopyAction;
-    return Qt::IgnoreAction;
-}
-
-bool FileDropTarget::performDragOperation(const QMimeData &mimeData)
+void FileDropTarget::performDragOperation(const QMimeData &mimeData)
 {
     const QStringList paths = fileNames(mimeData);
     if (paths.isEmpty())
-        return true;
+        return;
     diagnosticLog(u"Dragged files"_s);
     for (const QString &path : paths) {
         diagnosticLog(path);
-        if (m_receiver && !m_receiver(path))
-            break;
+        if (!takeDropped(path))
+            return;
     }
-    return true;
 }
 
 void FileDropTarget::dragEnterEvent(QDragEnterEvent *event)
 {
-    Q_EMIT hovered(answer(*event));
+    Q_EMIT hovered(draggingEntered(*event));
 }
 
 void FileDropTarget::dragMoveEvent(QDragMoveEvent *event)
 {
-    answer(*event);
+    std::ignore = draggingEntered(*event);
 }
 
 void FileDropTarget::dragLeaveEvent(QDragLeaveEvent *)
@@ -80,7 +74,7 @@ void FileDropTarget::dragLeaveEvent(QDragLeaveEvent *)
 
 void FileDropTarget::dropEvent(QDropEvent *event)
 {
-    answer(*event);
+    std::ignore = draggingEntered(*event);
     Q_EMIT hovered(false);
     performDragOperation(*event->mimeData());
 }

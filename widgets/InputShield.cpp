@@ -1,12 +1,14 @@
 #include "InputShield.h"
 
+#include "ProgressAnimation.h"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QEvent>
 #include <QSet>
 
-InputShield::InputShield(QObject *controller) : m_controller(controller)
+InputShield::InputShield()
 {
     qApp->installEventFilter(this);
     // A menu of the desktop's own and a screen reader trigger without any input event.
@@ -61,7 +63,7 @@ bool InputShield::eventFilter(QObject *watched, QEvent *event)
         event->ignore();
         return true;
     case QEvent::Timer:
-        return watched->parent() == m_controller;
+        return qobject_cast<ProgressAnimation *>(watched->parent()) != nullptr;
     default:
         return false;
     }

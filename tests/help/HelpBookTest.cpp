@@ -57,6 +57,7 @@ void HelpBookTest::endsFivePagesWithAPicture()
 {
     const TestHome home;
     const RunningProgram program;
+    program.find<QAction>(u"runHelpBook"_s)->trigger();
     const auto picturesOf = [&](const QString &view) {
         return pictures(*program.find<QTextBrowser>(view)->document());
     };

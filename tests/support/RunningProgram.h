@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QTimer>
 
 /// The program as main() starts it, in the home of the moment, for as long as this lives. The
 /// windows and controls are found by their object names, and used as a user does.

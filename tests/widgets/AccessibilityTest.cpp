@@ -68,6 +68,8 @@ public:
         dropFiles(u"editHint"_s, {makeFile(u"Intro.motn"_s, "<frameRate>25</frameRate>")});
         chooseMode(mode);
         find<QWidget>(u"renameButton"_s)->setEnabled(true);
+        if (window == u"helpWindow")
+            find<QAction>(u"runHelpBook"_s)->trigger(); // it is made when it is first opened
         widget = find<QWidget>(window);
         widget->show();
         for (const QString &each : {u"theBackupButton"_s, u"mCancel"_s, u"existsTextField"_s})

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/FileTree.h"
+
+#include "ui_BackupWindow.h"
+
+#include <QDialog>
+
+/// Creates the library's folders, and copies the library into a folder of the user's choice.
+class BackupWindow : public QDialog, private Ui::BackupWindow
+{
+    Q_OBJECT
+
+public:
+    BackupWindow();
+
+    // What the settings remember of earlier runs.
+    void setBackupPath(const QString &path);
+    void setLastBackupDate(const QVariant &date);
+    void setBackupFolderName(const QString &name);
+
+    void runPrefsWindow();
+    void quitPrefs();
+    void createFolderStructure();
+    void setBackupPath1();
+    void backup();
+
+private:
+    void copyLibrary(const QString &folder, const QString &datedName);
+    void showBackupProgress(const FileTree::CopyProgress &progress);
+};

@@ -1,0 +1,57 @@
+#include "RenameSheet.h"
+
+#include "widgets/Focus.h"
+#include "widgets/TextColour.h"
+
+using namespace Qt::StringLiterals;
+
+RenameSheet::RenameSheet(QWidget *window) : QDialog(window)
+{
+    setupUi(this);
+    connect(Ui::RenameSheet::renameTemplate, &QAbstractButton::clicked, this,
+            &RenameSheet::renameTemplate);
+    connect(Ui::RenameSheet::clearRenameTextField, &QAbstractButton::clicked, this,
+            &RenameSheet::clearRenameTextField);
+    connect(Ui::RenameSheet::cancelRenameTemplate, &QAbstractButton::clicked, this,
+            &RenameSheet::cancelRenameTemplate);
+    connect(this, &QDialog::rejected, this, &RenameSheet::cancelRenameTemplate);
+}
+
+void RenameSheet::raiseRenameSheet(const QString &presentName)
+{
+    newNameWarning->clear();
+    newTempplateName->clear();
+    // Twice, because once it would be Qt's mark of a changed document.
+    parentWidget()->setWindowTitle(QString(presentName).replace("[*]"_L1, "[*][*]"_L1));
+    makeFirstResponder(this, newTempplateName);
+    open();
+}
+
+void RenameSheet::clearRenameTextField()
+{
+    newNameWarning->clear();
+    newTempplateName->clear();
+    makeFirstResponder(this, newTempplateName);
+}
+
+void RenameSheet::renameTemplate()
+{
+    const QString name = newTempplateName->text();
+    if (name.isEmpty()) {
+        // Brighter than blue can be, and shown as the bluest that there is.
+        setTextColour(newNameWarning, calibratedColour(0.1723F, 0.2978F, 1.5459F));
+        newNameWarning->setText(tr("Please append new name For Template or Cancel ..."));
+        return;
+    }
+    parentWidget()->setWindowTitle(u"Brimvale"_s);
+    Q_EMIT nameChosen(name);
+    hide();
+}
+
+void RenameSheet::cancelRenameTemplate()
+{
+    parentWidget()->setWindowTitle(u"Brimvale"_s);
+    hide();
+    newTempplateName->clear();
+    newNameWarning->clear();
+}

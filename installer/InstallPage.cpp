@@ -1,0 +1,143 @@
+#include "InstallPage.h"
+
+#include "SubCategorySheet.h"
+#include "platform/Alert.h"
+#include "platform/Path.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/Focus.h"
+#include "widgets/ProgressAnimation.h"
+
+#include <QButtonGroup>
+#include <QFileDialog>
+#include <QIcon>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Return presses the button while the control itself has the keyboard.
+void pressByReturn(QWidget *control, QAbstractButton *button)
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *shortcut = new QShortcut(key, control);
+        shortcut->setContext(Qt::WidgetShortcut);
+        QObject::connect(shortcut, &QShortcut::activated, button, &QAbstractButton::click);
+    }
+}
+
+} // namespace
+
+InstallPage::InstallPage(QWidget *window, qint32 &count) : dropZone(window)
+{
+    setupUi(this);
+    catSheet = new SubCategorySheet(window);
+    timer = new ProgressAnimation(progressBar, count);
+    installHintIcon->setPixmap(QIcon(u":/icons/library-64.png"_s).pixmap(QSize(64, 64)));
+    wireControls();
+}
+
+void InstallPage::wireControls()
+{
+    const std::initializer_list<std::pair<QAbstractButton *, QAbstractButton *>> rows = {
+        {compositionsChoice, openCompositionsFolder},
+        {effectsChoice, openEffectsFolder},
+        {generatorsChoice, openGeneratorsFolder},
+        {titlesChoice, openTitlesFolder},
+        {transitionsChoice, openTransitionsFolder}};
+    int row = 0;
+    for (const auto &[choice, folderButton] : rows) {
+        theMatrix->setId(choice, row);
+        pressByReturn(choice, mSendButton);
+        connect(folderButton, &QAbstractButton::clicked, this,
+                [this, row] { Q_EMIT categoryFolderRequested(row); });
+        ++row;
+    }
+
+    connect(this, &dropZone::hovered, installHint, &DropHint::setHighlighted);
+    connect(input, &QLineEdit::textChanged, input,
+            [this](const QString &path) { input->setToolTip(toolTipOf(path)); });
+    connect(input, &QLineEdit::returnPressed, this, &InstallPage::setPathEnter);
+    connect(clearButton, &QAbstractButton::clicked, this, &InstallPage::clearInputs);
+    connect(mSendButton, &QAbstractButton::clicked, this, &InstallPage::moveAndClose);
+    connect(mNewCatButton, &QAbstractButton::clicked, this, &InstallPage::createCategory);
+    connect(catSheet, &SubCategorySheet::confirmed, this, &InstallPage::generateCustomFolder);
+    connect(timer, &ProgressAnimation::ticked, this, &InstallPage::checkThem);
+}
+
+void InstallPage::awakeFromNib()
+{
+    enableInstallButtons(false);
+    input->setFocus();
+}
+
+void InstallPage::applicationDidFinishLaunching()
+{
+    hidden->hide();
+    setFocusRing(input, FocusRing::Default);
+    // Once more, so that the state after launch is this one whatever came before.
+    enableInstallButtons(false);
+}
+
+bool InstallPage::takeDropped(const QString &path)
+{
+    updateText(path);
+    return true;
+}
+
+void InstallPage::updateText(const QString &path)
+{
+    input->setText(path);
+    makeKeyAndOrderFront(window());
+    test->setText(Path::lastComponent(input->text()));
+    setFocusRing(input, FocusRing::None);
+    makeFirstResponder(window(), nullptr);
+    enableInstallButtons(true);
+    if (!Path::extension(path).isEmpty()) {
+        input->clear();
+        test->setText(Path::lastComponent(input->text()));
+        enableInstallButtons(false);
+        runAlert(window(), tr("Template Error!"),
+                 tr("This Install module only accepts Folders ..."));
+    }
+}
+
+void InstallPage::clearInputs()
+{
+    test->clear();
+    input->clear();
+    enableInstallButtons(false);
+}
+
+void InstallPage::doOpen()
+{
+    auto *selector =
+        new QFileDialog(window(), tr("Folder Selector"), Path::expandingTilde(u"~/Desktop"_s));
+    selector->setAttribute(Qt::WA_DeleteOnClose);
+    selector->setFileMode(QFileDialog::Directory);
+    selector->setOptions(QFileDialog::ShowDirsOnly | QFileDialog::ReadOnly);
+    selector->setLabelText(QFileDialog::Accept, tr("Add"));
+    selector->setLabelText(QFileDialog::LookIn, tr("Select Motion Content Folder ..."));
+    connect(selector, &QFileDialog::filesSelected, this, [this](const QStringList &paths) {
+        for (const QString &path : paths) {
+            input->setText(path);
+            test->setText(Path::lastComponent(input->text()));
+            enableInstallButtons(true);
+        }
+    });
+    selector->resize(820, 520); // room for the message beside the folder
+    selector->open();
+}
+
+void InstallPage::setPathEnter()
+{
+    setFocusRing(input, FocusRing::None);
+    makeFirstResponder(window(), hidden);
+    test->setText(Path::lastComponent(input->text()));
+}
+
+void InstallPage::enableInstallButtons(bool enabled)
+{
+    for (QPushButton *each : {clearButton, mSendButton, mNewCatButton})
+        each->setEnabled(enabled);
+}

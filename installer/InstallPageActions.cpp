@@ -1,0 +1,82 @@
+#include "InstallPage.h"
+#include "SubCategorySheet.h"
+#include "library/TemplateLibrary.h"
+#include "platform/Path.h"
+#include "platform/UserNotification.h"
+#include "widgets/Focus.h"
+#include "widgets/InputShield.h"
+#include "widgets/ProgressAnimation.h"
+
+#include <QButtonGroup>
+
+using namespace std::chrono_literals;
+
+void InstallPage::moveAndClose()
+{
+    makeFirstResponder(window(), input);
+    setFocusRing(input, FocusRing::Default);
+    enableInstallButtons(false);
+
+    const TemplateCategory *category = selectedCategory();
+    if (!category)
+        return;
+    test->setText(Path::lastComponent(input->text()));
+    moveTemplate({Path::withoutLastComponent(input->text()), test->text()},
+                 Path::expandingTilde(category->path));
+    timer->start(7ms);
+    deliverUserNotification(tr("Operation Successful"), category->installedText);
+    input->clear();
+    test->clear();
+}
+
+void InstallPage::createCategory()
+{
+    catSheet->createCategory(input->text(), test->text(), selectedCategory());
+}
+
+void InstallPage::generateCustomFolder()
+{
+    enableInstallButtons(false);
+
+    const TemplateCategory *category = selectedCategory();
+    if (!category)
+        return;
+    const QString subCategory =
+        Path::expandingTilde(Path::joined(category->path + u'/', catSheet->subCategory()));
+    if (!FileTree::exists(subCategory))
+        std::ignore = FileTree::createFolder(subCategory);
+    catSheet->endEditing();
+    moveTemplate(catSheet->source(), subCategory);
+
+    catSheet->setDone();
+    input->clear();
+    test->clear();
+    timer->start(7ms);
+    deliverUserNotification(tr("Operation Successful"), category->customInstalledText);
+    setFocusRing(input, FocusRing::Default);
+    makeFirstResponder(window(), input);
+}
+
+void InstallPage::checkThem()
+{
+    if (!timer->advance())
+        return;
+    if (const TemplateCategory *category = selectedCategory())
+        Q_EMIT installed(category->name, catSheet->templateName());
+}
+
+const TemplateCategory *InstallPage::selectedCategory() const
+{
+    return TemplateLibrary::category(theMatrix->checkedId());
+}
+
+/// A template of the same name goes to the trash first, so that it can be brought back.
+void InstallPage::moveTemplate(const FileTree::Item &source, const QString &folder)
+{
+    const FileTree::Item destination{folder, source.name};
+    std::ignore = FileTree::trash(destination);
+    // From another disk it takes its time, and the windows repaint meanwhile.
+    InputShield shield;
+    std::ignore = FileTree::move(source, destination,
+                                 [&](const FileTree::CopyProgress &) { shield.refreshWindows(); });
+}
