@@ -2,47 +2,14 @@
 
 #include "PrettyPrinter.h"
 #include "WellFormedness.h"
-#include "platform/FileTree.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
 #include <QStringDecoder>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// A hundred times what Motion writes at most, and a tree of it still fits into memory.
-constexpr qint64 largestFile = qint64(1) << 30;
-
-/// The whole content of a regular file.
-Result<QByteArray> readFile(const QString &path)
-{
-    // A fifo without a writer would be waited for, but for O_NONBLOCK.
-    const int descriptor =
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    QFile file;
-    struct stat status = {};
-    if (descriptor < 0 ||
-        !file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
-                   QFileDevice::AutoCloseHandle) ||
-        ::fstat(descriptor, &status) != 0)
-        return Failure{u"cannot open %1"_s.arg(path)};
-    if (!S_ISREG(status.st_mode) || status.st_size > largestFile)
-        return Failure{u"%1 is no regular file, or too large a one"_s.arg(path)};
-    QByteArray content(status.st_size, Qt::Uninitialized);
-    const qint64 length = file.read(content.data(), content.size());
-    if (length < 0)
-        return Failure{u"cannot read %1"_s.arg(path)};
-    content.truncate(length);
-    return content;
-}
 
 /// The characters of the file in UTF-8, without the byte order mark.
 Result<QByteArray> decoded(QByteArray file, const XmlEncoding &encoding)
@@ -106,35 +73,19 @@ void collectElements(pugi::xml_node parent, std::initializer_list<std::string_vi
     }
 }
 
-/// What is marked on the file, not what this user may do with it: root may do everything.
-QFile::Permissions markedPermissions(const QFileInfo &file)
-{
-    return file.permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
-}
-
-bool isMarkedReadOnly(const QFileInfo &file)
-{
-    constexpr auto anyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
-    return file.exists() && !(markedPermissions(file) & anyWrite);
-}
-
-/// What the new file would lose of the one that it replaces: tags and comments above all.
-bool keepAttributes(const QFileInfo &original, QSaveFile &file)
-{
-    return FileTree::copyExtendedAttributes(original.filePath(), file.handle()) &&
-           file.setPermissions(markedPermissions(original));
-}
-
 } // namespace
 
 Result<ProjectDocument> openProjectDocument(const QString &path)
 {
-    Result<QByteArray> file = readFile(path);
+    Result<WholeFile> file = readWholeFile(path);
     if (!file)
         return Failure{file.reason()};
+    if (!file->version)
+        return Failure{u"%1 is not there"_s.arg(path)};
     ProjectDocument document;
-    document.m_encoding = XmlEncoding::of(*file);
-    Result<QByteArray> text = decoded(std::move(*file), document.m_encoding);
+    document.m_version = file->version;
+    document.m_encoding = XmlEncoding::of(file->content);
+    Result<QByteArray> text = decoded(std::move(file->content), document.m_encoding);
     if (!text)
         return Failure{text.reason()};
     const Result<XmlOutline> outline =
@@ -200,13 +151,10 @@ std::optional<QString> firstValue(const QStringList &values)
 
 Outcome saveProjectDocument(const ProjectDocument &document, const QString &path)
 {
-    const QFileInfo target(path);
-    if (isMarkedReadOnly(target) || isMarkedReadOnly(QFileInfo(target.canonicalPath())))
-        return Failure{u"%1 or its folder is read-only"_s.arg(path)};
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        (target.exists() && !keepAttributes(target, file)) || !prettyPrint(document, file) ||
-        !file.commit())
-        return Failure{u"cannot write %1: %2"_s.arg(path, file.errorString())};
+    const auto print = [&document](QIODevice &file) { return prettyPrint(document, file); };
+    const Result<FileVersion> saved = writeWholeFile(path, document.m_version, print);
+    if (!saved)
+        return Failure{saved.reason()};
+    document.m_version = *saved;
     return {};
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "XmlEncoding.h"
-#include "platform/Result.h"
+#include "platform/WholeFile.h"
 
 #include <QByteArray>
 #include <QString>
@@ -32,12 +32,15 @@ public:
 
 private:
     friend Result<ProjectDocument> openProjectDocument(const QString &path);
+    friend Outcome saveProjectDocument(const ProjectDocument &document, const QString &path);
 
     QByteArray m_text; // what the names and texts of the tree point into
     pugi::xml_document m_tree;
     XmlEncoding m_encoding;
     QByteArray m_declaration;
     bool m_mixedContent = false;
+    // The file as it was last read or written: no part of the document, but what it may replace.
+    mutable std::optional<FileVersion> m_version;
 };
 
 /// Reads the whole file. There is no document when it is no regular file (a fifo or a device is
@@ -64,6 +67,6 @@ QString stringValue(const pugi::xpath_node &node);
 std::optional<QString> firstValue(const QStringList &values);
 
 /// Writes the document pretty-printed, in the encoding that it was read in. The file is replaced
-/// whole once everything is on the disk, or stays as it was; of a symbolic link the target is
-/// replaced. What is marked read-only is not written.
+/// whole once everything is on the disk, or stays as it was (WholeFile.h): also when another
+/// program has written to it or replaced it since it was opened or last saved here.
 Outcome saveProjectDocument(const ProjectDocument &document, const QString &path);

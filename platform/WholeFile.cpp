@@ -1,0 +1,295 @@
+#include "FileDescriptor.h"
+#include "WholeFile_p.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <fcntl.h>
+
+#include <tuple>
+
+using namespace Qt::StringLiterals;
+using FileTree::Place;
+using FileTree::Native::failure;
+
+namespace {
+
+// More than a user's file ever has, and what is made of it still fits into memory.
+constexpr off_t largestFile = off_t(1) << 30;
+
+constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+
+qint64 nanoseconds(const timespec &time)
+{
+    return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+}
+
+FileVersion versionOf(const struct stat &status)
+{
+    const WholeFileNative::Times times = WholeFileNative::timesOf(status);
+    return {quint64(status.st_dev), quint64(status.st_ino), qint64(status.st_size),
+            nanoseconds(times.modified), nanoseconds(times.changed)};
+}
+
+/// Where a file is, or will be: its folder, open, and what stands there now.
+struct Target
+{
+    FileDescriptor folder;
+    Place place;
+    FileDescriptor file; ///< none when nothing is there
+    struct stat status = {};
+
+    [[nodiscard]] FileVersion version() const { return versionOf(status); }
+};
+
+/// The path without links at its end, also when the last one leads nowhere.
+QString throughLinks(const QString &path)
+{
+    constexpr int mostLinks = 40;
+    QFileInfo file(path);
+    for (int links = 0; links < mostLinks && file.isSymLink(); ++links)
+        file.setFile(file.symLinkTarget());
+    return file.absoluteFilePath();
+}
+
+/// 0, or why the open file or folder is not to be written.
+int checkForWriting(const Place &place, const struct stat &status)
+{
+    // What is marked read-only holds for root too, who may do everything.
+    if ((status.st_mode & anyWrite) == 0)
+        return EACCES;
+    return ::faccessat(place.folder, place.name.constData(), W_OK, AT_EACCESS) == 0 ? 0 : errno;
+}
+
+Result<Target> openTarget(const QString &path)
+{
+    const QFileInfo file(throughLinks(path));
+    Target target;
+    struct stat folder = {};
+    target.folder = FileDescriptor(
+        ::open(QFile::encodeName(file.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!target.folder || ::fstat(target.folder.get(), &folder) != 0)
+        return failure(u"cannot open "_s + file.path(), errno);
+    if (const int error = checkForWriting({target.folder.get(), "."}, folder))
+        return failure(u"cannot write to "_s + file.path(), error);
+    target.place = {target.folder.get(), QFile::encodeName(file.fileName())};
+    target.file =
+        FileDescriptor(::openat(target.place.folder, target.place.name.constData(),
+                                O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+    if (!target.file && errno == ENOENT)
+        return target;
+    if (!target.file || ::fstat(target.file.get(), &target.status) != 0)
+        return failure(u"cannot open "_s + path, errno);
+    if (!S_ISREG(target.status.st_mode))
+        return Failure{path + u" is no regular file"_s};
+    if (const int error = checkForWriting(target.place, target.status))
+        return failure(u"cannot write "_s + path, error);
+    return target;
+}
+
+/// What the new file would lose of the one that it replaces: tags and comments above all.
+int keepAttributes(const Target &original, int file)
+{
+    const struct stat &status = original.status;
+    mode_t mode = status.st_mode & 07777;
+    if (::fchown(file, status.st_uid, status.st_gid) != 0) {
+        mode &= ~mode_t(S_ISUID | S_ISGID); // not for another owner
+        if (::fchown(file, uid_t(-1), status.st_gid) != 0)
+            mode = (mode & ~mode_t(S_IRWXG)) | mode_t((mode & S_IRWXO) << 3);
+    }
+    if (const int error = FileTree::Native::copyExtendedAttributes(original.file.get(), file))
+        return error;
+    struct stat kept = {};
+    if (::fstat(file, &kept) != 0)
+        return errno;
+    const bool isKept = (kept.st_mode & 07777) == mode;
+    return isKept || ::fchmod(file, mode) == 0 ? 0 : errno;
+}
+
+/// The new file while it grows beside the old one. It goes again, unless it took its place.
+class Temporary
+{
+public:
+    Temporary(int folder, mode_t mode)
+        : m_place{folder, ".Brimvale-" +
+                              QByteArray::number(QRandomGenerator::system()->generate64(), 16) +
+                              ".partial"}
+        , m_file(::openat(folder, m_place.name.constData(),
+                          O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode))
+    {
+        if (m_file && ::fstat(m_file.get(), &m_identity) == 0)
+            return;
+        const int error = errno;
+        if (error != EEXIST)
+            ::unlinkat(folder, m_place.name.constData(), 0);
+        m_file = FileDescriptor();
+        errno = error;
+    }
+    ~Temporary()
+    {
+        // After an exchange that failed on its way back, somebody else's file bears the name.
+        if (isAt(m_place))
+            ::unlinkat(m_place.folder, m_place.name.constData(), 0);
+    }
+    Q_DISABLE_COPY_MOVE(Temporary)
+
+    explicit operator bool() const { return static_cast<bool>(m_file); }
+    [[nodiscard]] int file() const { return m_file.get(); }
+    [[nodiscard]] const Place &place() const { return m_place; }
+
+    /// Everything on the disk, and nothing that a server tells only in the end. 0, or the error.
+    [[nodiscard]] int finish()
+    {
+        const int error = FileTree::Native::flushFolder(m_file.get());
+        const int late = m_file.close();
+        return error != 0 ? error : late;
+    }
+
+    [[nodiscard]] bool isAt(const Place &place) const
+    {
+        struct stat there = {};
+        return ::fstatat(place.folder, place.name.constData(), &there, AT_SYMLINK_NOFOLLOW) == 0 &&
+               there.st_dev == m_identity.st_dev && there.st_ino == m_identity.st_ino;
+    }
+
+private:
+    Place m_place;
+    FileDescriptor m_file;
+    struct stat m_identity = {};
+};
+
+Outcome fill(Temporary &temporary, const Target &original, const FileWriter &write)
+{
+    QFile file;
+    if (!file.open(temporary.file(), QIODevice::WriteOnly | QIODevice::Unbuffered) || !write(file))
+        return Failure{u"cannot write all of it: "_s + file.errorString()};
+    if (original.file) {
+        if (const int error = keepAttributes(original, temporary.file()))
+            return failure(u"cannot keep the attributes"_s, error);
+    }
+    if (const int error = temporary.finish())
+        return failure(u"cannot flush it"_s, error);
+    return {};
+}
+
+Failure anothersVersion()
+{
+    return {u"another program has changed the file meanwhile"_s};
+}
+
+Outcome flushName(const Place &place)
+{
+    if (const int error = FileTree::Native::flushFolder(place.folder))
+        return failure(u"cannot flush its folder"_s, error);
+    return {};
+}
+
+/// For a file system on which two files cannot change places.
+Outcome renameOver(const Temporary &temporary, const Place &place)
+{
+    if (::renameat(place.folder, temporary.place().name.constData(), place.folder,
+                   place.name.constData()) != 0 &&
+        !temporary.isAt(place))
+        return failure(u"cannot name it"_s, errno);
+    return flushName(place);
+}
+
+/// Of what came out of an exchange everything but the time of the exchange.
+bool isVersion(const Place &place, FileVersion version)
+{
+    struct stat status = {};
+    if (::fstatat(place.folder, place.name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return false;
+    version.changed = versionOf(status).changed;
+    return versionOf(status) == version;
+}
+
+Outcome takePlaceOf(const Target &original, const Temporary &temporary)
+{
+    const Place &place = original.place;
+    struct stat status = {};
+    if (::fstatat(place.folder, place.name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return failure(u"cannot find it any more"_s, errno);
+    if (versionOf(status) != original.version())
+        return anothersVersion();
+    const int error = WholeFileNative::exchange(temporary.place(), place);
+    if (error == EINVAL || error == ENOTSUP || error == ENOSYS)
+        return renameOver(temporary, place);
+    if (error != 0 && !temporary.isAt(place))
+        return failure(u"cannot name it"_s, error);
+    // The old file is not gone before the new one's name is on the disk.
+    Outcome done =
+        isVersion(temporary.place(), original.version()) ? flushName(place) : anothersVersion();
+    if (done)
+        ::unlinkat(place.folder, temporary.place().name.constData(), 0);
+    else
+        std::ignore = WholeFileNative::exchange(temporary.place(), place);
+    return done;
+}
+
+Outcome takeFreePlace(const Place &place, const Temporary &temporary)
+{
+    const int error = FileTree::renameExclusively(temporary.place(), place);
+    if (error == EEXIST && !temporary.isAt(place))
+        return anothersVersion();
+    if (error != 0 && !temporary.isAt(place))
+        return failure(u"cannot name it"_s, error);
+    Outcome done = flushName(place);
+    if (!done && temporary.isAt(place))
+        ::unlinkat(place.folder, place.name.constData(), 0);
+    return done;
+}
+
+} // namespace
+
+Result<WholeFile> readWholeFile(const QString &path)
+{
+    // A fifo without a writer would be waited for, but for O_NONBLOCK.
+    const FileDescriptor file(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!file && errno == ENOENT)
+        return WholeFile();
+    struct stat status = {};
+    if (!file || ::fstat(file.get(), &status) != 0)
+        return failure(u"cannot open "_s + path, errno);
+    if (!S_ISREG(status.st_mode) || status.st_size > largestFile)
+        return Failure{path + u" is no regular file, or too large a one"_s};
+    WholeFile whole{QByteArray(status.st_size, Qt::Uninitialized), versionOf(status)};
+    qsizetype length = 0;
+    while (length < whole.content.size()) {
+        const ssize_t got = ::read(file.get(), whole.content.data() + length,
+                                   size_t(whole.content.size() - length));
+        if (got < 0 && errno != EINTR)
+            return failure(u"cannot read "_s + path, errno);
+        if (got == 0)
+            break; // shorter by now: another version, which nobody replaces
+        length += std::max<ssize_t>(got, 0);
+    }
+    whole.content.truncate(length);
+    return whole;
+}
+
+Result<FileVersion> writeWholeFile(const QString &path, const std::optional<FileVersion> &version,
+                                   const FileWriter &write)
+{
+    const Result<Target> target = openTarget(path);
+    if (!target)
+        return Failure{target.reason()};
+    if (target->file && target->version() != version)
+        return anothersVersion();
+    // What others may not read they do not read while it grows either.
+    Temporary temporary(target->folder.get(), target->file ? S_IRUSR | S_IWUSR : 0666);
+    if (!temporary)
+        return failure(u"cannot make a file beside "_s + path, errno);
+    Outcome done = fill(temporary, *target, write);
+    if (done)
+        done = target->file ? takePlaceOf(*target, temporary)
+                            : takeFreePlace(target->place, temporary);
+    if (!done)
+        return Failure{u"cannot write %1: %2"_s.arg(path, done.reason())};
+    struct stat status = {}; // a version that no file has when nobody can tell
+    std::ignore = ::fstatat(target->place.folder, target->place.name.constData(), &status,
+                            AT_SYMLINK_NOFOLLOW);
+    return versionOf(status);
+}
