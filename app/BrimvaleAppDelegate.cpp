@@ -53,7 +53,7 @@ void BrimvaleAppDelegate::buildWindows()
     // The footer comes last: the pages joined the window behind it.
     QWidget *last = editPage->tClearButton;
     for (QWidget *next : {Ui::MainWindow::openTemplatesRootFolder, openArchivesFolder,
-                          openLogsWindow, runPrefsWindow, openHelpSheet})
+                          openLogsWindow, runPrefsWindow, Ui::MainWindow::openHelpSheet})
         QWidget::setTabOrder(std::exchange(last, next), next);
     theSheet = new HelpSheet(mWindow.get());
 
@@ -119,6 +119,11 @@ void BrimvaleAppDelegate::runHelpBook()
     if (!helpBook)
         helpBook = std::make_unique<dornelHelpBook>();
     helpBook->runHelpBook();
+}
+
+void BrimvaleAppDelegate::openHelpSheet()
+{
+    theSheet->openHelpSheet(theTabView->currentIndex());
 }
 
 bool BrimvaleAppDelegate::eventFilter(QObject *watched, QEvent *event)

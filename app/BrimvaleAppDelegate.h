@@ -32,6 +32,7 @@ public:
     void windowWillClose();
     void toggleView();
     void runHelpBook();
+    void openHelpSheet();
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     // Shortcuts.cpp
@@ -48,6 +49,7 @@ private:
     void buildWindows();
     void connectRooms(); // Rooms.cpp
     void wireMenus();    // Menus.cpp
+    void wireModeItems();
     void wireEditMenu();
 
     qint32 count = 0; // of all progress animations

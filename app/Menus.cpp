@@ -1,11 +1,11 @@
 #include "BrimvaleAppDelegate.h"
 #include "backup/BackupWindow.h"
 #include "editor/EditPage.h"
-#include "help/HelpSheet.h"
 #include "history/HistoryWindow.h"
 #include "installer/InstallPage.h"
 #include "widgets/MenuFollower.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QMessageBox>
 
@@ -71,14 +71,31 @@ void BrimvaleAppDelegate::wireMenus()
     run(runPrefsWindowItem, prefWindow.get(), &BackupWindow::runPrefsWindow);
     run(openLogsWindowItem, logWindow.get(), &HistoryWindow::openLogsWindow);
     run(Ui::MainWindow::runHelpBook, this, &App::runHelpBook);
-    run(openHelpSheetItem, theSheet, &HelpSheet::openHelpSheet);
+    run(openHelpSheetItem, this, &App::openHelpSheet);
     run(Ui::MainWindow::runHelpWebView, this, &App::runHelpWebView);
     run(Ui::MainWindow::linkToPayPal, this, &App::linkToPayPal);
     run(aboutItem, mWindow.get(), [this] { showAbout(mWindow.get()); });
     run(quitItem, mWindow.get(), [this] { mWindow->close(); });
-    run(installModeItem, segController, [this] { segController->button(0)->click(); });
-    run(editModeItem, segController, [this] { segController->button(1)->click(); });
+    wireModeItems();
     wireEditMenu();
+}
+
+/// The chosen mode is checked, and choosing it once more changes nothing.
+void BrimvaleAppDelegate::wireModeItems()
+{
+    auto *modes = new QActionGroup(mWindow.get());
+    modes->addAction(installModeItem);
+    modes->addAction(editModeItem);
+    connect(modes, &QActionGroup::triggered, this, [this, modes](QAction *item) {
+        const int mode = static_cast<int>(modes->actions().indexOf(item));
+        if (mode != segController->selectedSegment())
+            segController->button(mode)->click();
+    });
+    connect(theTabView, &QStackedWidget::currentChanged, this, [this, modes](int mode) {
+        modes->actions().at(mode)->setChecked(true);
+        openHelpSheetItem->setText(mode == 0 ? tr("The &Install Module at a Glance")
+                                             : tr("The &Edit Module at a Glance"));
+    });
 }
 
 /// What the Edit menu does to the text field that has the keyboard.

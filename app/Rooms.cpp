@@ -1,7 +1,6 @@
 #include "BrimvaleAppDelegate.h"
 #include "backup/BackupWindow.h"
 #include "editor/EditPage.h"
-#include "help/HelpSheet.h"
 #include "history/HistoryWindow.h"
 #include "installer/InstallPage.h"
 
@@ -31,5 +30,5 @@ void BrimvaleAppDelegate::connectRooms()
     connect(openArchivesFolder, &Button::clicked, editPage, &EditPage::openArchivesFolder);
     connect(openLogsWindow, &Button::clicked, logWindow.get(), &HistoryWindow::openLogsWindow);
     connect(runPrefsWindow, &Button::clicked, prefWindow.get(), &BackupWindow::runPrefsWindow);
-    connect(openHelpSheet, &Button::clicked, theSheet, &HelpSheet::openHelpSheet);
+    connect(Ui::MainWindow::openHelpSheet, &Button::clicked, this, &App::openHelpSheet);
 }

@@ -8,8 +8,11 @@ HelpSheet::HelpSheet(QWidget *window) : QDialog(window)
     connect(this, &QDialog::rejected, this, &HelpSheet::closeHelpSheet);
 }
 
-void HelpSheet::openHelpSheet()
+void HelpSheet::openHelpSheet(int mode)
 {
+    helpSheetPages->setCurrentIndex(mode);
+    setWindowTitle(mode == 0 ? tr("The Install Module at a Glance")
+                             : tr("The Edit Module at a Glance"));
     open();
 }
 

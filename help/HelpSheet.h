@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-/// A summary of the Edit mode on one sheet.
+/// One mode at a glance, on a sheet.
 class HelpSheet : public QDialog, private Ui::HelpSheet
 {
     Q_OBJECT
@@ -12,6 +12,7 @@ class HelpSheet : public QDialog, private Ui::HelpSheet
 public:
     explicit HelpSheet(QWidget *window);
 
-    void openHelpSheet();
+    /// 0 is Install, 1 is Edit.
+    void openHelpSheet(int mode);
     void closeHelpSheet();
 };

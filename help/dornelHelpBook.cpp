@@ -27,6 +27,7 @@ void dornelHelpBook::awakeFromNib()
     modeSegController->setTag(0, 0);
     modeSegController->setTag(1, 1);
     tabView->setCurrentIndex(0);
+    showPage(0);
     int picture = 0;
     for (QTextBrowser *page : {textView2, textView3, textView4, textView5, textView6}) {
         QTextCursor end(page->document());
@@ -38,6 +39,7 @@ void dornelHelpBook::awakeFromNib()
 void dornelHelpBook::runHelpBook()
 {
     tabView->setCurrentIndex(0);
+    textView->setFocus(Qt::OtherFocusReason);
     makeKeyAndOrderFront(helpWindow);
 }
 
@@ -90,12 +92,14 @@ void dornelHelpBook::navigate()
 void dornelHelpBook::wireControls()
 {
     connect(modeSegController, &SegmentedControl::pressed, this, &dornelHelpBook::navigate);
-    connect(tabView, &QStackedWidget::currentChanged, this, [this](int page) {
-        const std::array<QAbstractButton *, 6> buttons{
-            Ui::HelpBook::navigateHOME, Ui::HelpBook::pageA, Ui::HelpBook::pageB,
-            Ui::HelpBook::pageC,        Ui::HelpBook::pageD, Ui::HelpBook::pageE};
-        buttons.at(static_cast<std::size_t>(page))->setChecked(true);
-    });
+    const std::array<QKeySequence, 2> keys{Qt::ALT | Qt::Key_Left, Qt::ALT | Qt::Key_Right};
+    for (int segment = 0; segment < 2; ++segment) {
+        QAbstractButton *button = modeSegController->button(segment);
+        button->setShortcut(keys.at(static_cast<std::size_t>(segment)));
+        button->setToolTip(button->shortcut().toString(QKeySequence::NativeText));
+    }
+    connect(tabView, &QStackedWidget::currentChanged, this, &dornelHelpBook::showPage);
+
     using Trigger = QAbstractButton;
     connect(Ui::HelpBook::navigateHOME, &Trigger::clicked, this, &dornelHelpBook::navigateHOME);
     connect(Ui::HelpBook::pageA, &Trigger::clicked, this, &dornelHelpBook::pageA);
@@ -103,4 +107,23 @@ void dornelHelpBook::wireControls()
     connect(Ui::HelpBook::pageC, &Trigger::clicked, this, &dornelHelpBook::pageC);
     connect(Ui::HelpBook::pageD, &Trigger::clicked, this, &dornelHelpBook::pageD);
     connect(Ui::HelpBook::pageE, &Trigger::clicked, this, &dornelHelpBook::pageE);
+}
+
+/// The page's button stands out, and the keyboard scrolls the page.
+void dornelHelpBook::showPage(int page)
+{
+    const std::array<QAbstractButton *, 6> buttons{Ui::HelpBook::navigateHOME, Ui::HelpBook::pageA,
+                                                   Ui::HelpBook::pageB,        Ui::HelpBook::pageC,
+                                                   Ui::HelpBook::pageD,        Ui::HelpBook::pageE};
+    for (QAbstractButton *each : buttons) {
+        const bool isChosen = each == buttons.at(static_cast<std::size_t>(page));
+        each->setChecked(isChosen);
+        QPalette palette;
+        if (isChosen) {
+            palette.setBrush(QPalette::Button, palette.highlight());
+            palette.setBrush(QPalette::ButtonText, palette.highlightedText());
+        }
+        each->setPalette(palette);
+    }
+    tabView->currentWidget()->setFocus(Qt::OtherFocusReason);
 }

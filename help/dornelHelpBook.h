@@ -30,6 +30,7 @@ public:
 
 private:
     void wireControls();
+    void showPage(int page);
 
     QDialog *helpWindow = nullptr;
 };

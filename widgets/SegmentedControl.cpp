@@ -163,6 +163,11 @@ void SegmentedControl::setMomentary(bool momentary)
 
 void SegmentedControl::updateChecks()
 {
-    if (QAbstractButton *selected = m_buttons.value(m_selected); selected && !m_isMomentary)
-        selected->setChecked(true);
+    QAbstractButton *selected = m_isMomentary ? nullptr : m_buttons.value(m_selected);
+    if (!selected)
+        return;
+    selected->setChecked(true);
+    // Tab comes to the selected segment, and the arrow keys go on from there.
+    for (QAbstractButton *each : std::as_const(m_buttons))
+        each->setFocusPolicy(each == selected ? Qt::StrongFocus : Qt::ClickFocus);
 }
