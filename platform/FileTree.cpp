@@ -2,12 +2,13 @@
 
 #include "FileDescriptor.h"
 #include "FileTree_p.h"
+#include "Leftovers.h"
 #include "Path.h"
 #include "TreeCopy.h"
+#include "TreeRemoval.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRandomGenerator>
 
 #include <fcntl.h>
 
@@ -62,49 +63,6 @@ Outcome outcome(const QString &what, int error)
     return {};
 }
 
-/// Whether an open folder is the item or lies below it. Links on the way to the folder do not
-/// hide that: folders are told by their identity, up to the root, which is its own parent.
-Result<bool> liesInside(int folder, const Place &item)
-{
-    struct stat outer = {};
-    struct stat here = {};
-    struct stat below = {};
-    if (::fstatat(item.folder, item.name.constData(), &outer, AT_SYMLINK_NOFOLLOW) != 0)
-        return Native::failure(u"cannot find the source"_s, errno);
-    for (QByteArray way = "."; S_ISDIR(outer.st_mode); way += "/..") {
-        if (::fstatat(folder, way.constData(), &here, 0) != 0)
-            return Native::failure(u"cannot tell where the destination lies"_s, errno);
-        if (here.st_dev == outer.st_dev && here.st_ino == outer.st_ino)
-            return true;
-        if (here.st_dev == below.st_dev && here.st_ino == below.st_ino)
-            break;
-        below = here;
-    }
-    return false;
-}
-
-/// For a file system that cannot refuse to replace. A folder replaces an empty one that is made
-/// for it, anything else gets a second name and then loses the first: whatever somebody else puts
-/// at the destination meanwhile makes these fail. Where they are impossible too, nothing is done.
-int renameByReservation(const Place &from, const Place &to)
-{
-    const char *source = from.name.constData();
-    const char *target = to.name.constData();
-    struct stat status = {};
-    if (::fstatat(from.folder, source, &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return errno;
-    const bool isFolder = S_ISDIR(status.st_mode);
-    if ((isFolder ? ::mkdirat(to.folder, target, S_IRWXU)
-                  : ::linkat(from.folder, source, to.folder, target, 0)) != 0)
-        return errno;
-    if ((isFolder ? ::renameat(from.folder, source, to.folder, target)
-                  : ::unlinkat(from.folder, source, 0)) == 0)
-        return 0;
-    const int error = errno;
-    ::unlinkat(to.folder, target, isFolder ? AT_REMOVEDIR : 0);
-    return error;
-}
-
 /// Refused when the destination is there already, or would lie inside the source.
 Outcome checkForCopy(const Place &source, const Place &destination)
 {
@@ -134,13 +92,6 @@ int flushFileSystem(int folder, const Tick &tick)
     return flushed.get();
 }
 
-/// Hidden, and telling whose it is when a killed program leaves it behind.
-QByteArray temporaryName()
-{
-    const quint64 random = QRandomGenerator::system()->generate64();
-    return ".Brimvale-" + QByteArray::number(random, 16) + ".partial";
-}
-
 enum class Flush { No, BeforeItGetsItsName };
 
 /// Answers what was copied.
@@ -149,7 +100,7 @@ Result<TreeListing> copyIntoPlace(const Place &source, const Place &destination,
 {
     if (const Outcome check = checkForCopy(source, destination); !check)
         return Failure{check.reason()};
-    const Place temporary = {destination.folder, temporaryName()};
+    const Place temporary = {destination.folder, partialName()};
     TreeCopy copy(source, temporary, progress);
     const Tick tick = [&copy] { copy.tick(); };
     Outcome done = copy.run();
@@ -172,12 +123,13 @@ Outcome moveAcrossFileSystems(const Place &source, const Place &destination,
     if (!copied)
         return Failure{copied.reason()};
     // Its name too is on the disk before the source goes.
-    Outcome done = outcome(u"cannot flush the destination's folder"_s,
-                           Native::flushFolder(destination.folder));
+    Outcome done =
+        outcome(u"cannot flush the destination's folder"_s, Native::flushFile(destination.folder));
     if (done)
         done = removeTree(*copied, source);
     if (!done)
-        return Failure{u"the copy is in its place, but the source remains: "_s + done.reason()};
+        return Failure{u"the copy is in its place, but not all of the source is gone: "_s +
+                       done.reason()};
     return {};
 }
 
@@ -186,16 +138,6 @@ Outcome moveAcrossFileSystems(const Place &source, const Place &destination,
 Failure Native::failure(const QString &what, int error)
 {
     return {what + u": "_s + QString::fromStdString(std::generic_category().message(error))};
-}
-
-int renameExclusively(const Place &from, const Place &to)
-{
-    const int error = Native::renameNoReplace(from, to);
-    if (error != EINVAL && error != ENOTSUP && error != ENOSYS)
-        return error;
-    // EINVAL also says that the destination lies inside the source.
-    const Result<bool> inside = liesInside(to.folder, from);
-    return inside && !*inside ? renameByReservation(from, to) : error;
 }
 
 Item itemAt(const QString &path)
@@ -228,6 +170,7 @@ Outcome move(const Item &source, const Item &destination, const ProgressHandler 
     const auto to = open(destination);
     if (!from || !to)
         return Failure{from.reason() + to.reason()};
+    std::ignore = removeOldPartials(to->place.folder);
     const int error = renameExclusively(from->place, to->place);
     return error == EXDEV ? moveAcrossFileSystems(from->place, to->place, progress)
                           : outcome(u"cannot move "_s + source.name, error);
@@ -239,6 +182,7 @@ Outcome copy(const Item &source, const Item &destination, const ProgressHandler 
     const auto to = open(destination);
     if (!from || !to)
         return Failure{from.reason() + to.reason()};
+    std::ignore = removeOldPartials(to->place.folder);
     // The source stays: a copy that the power failed can be made again, and a flush would cost
     // more than the copy itself.
     const auto copied = copyIntoPlace(from->place, to->place, Flush::No, progress);
@@ -263,6 +207,20 @@ Outcome flush(const QString &folder, const ProgressHandler &progress)
     };
     const int error = opened ? flushFileSystem(opened.get(), tick) : errno;
     return outcome(u"cannot flush "_s + folder, error);
+}
+
+Outcome flush(const Item &item)
+{
+    const auto opened = open(item);
+    if (!opened)
+        return Failure{opened.reason()};
+    const FileDescriptor file(::openat(opened->place.folder, opened->place.name.constData(),
+                                       O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    // A link is no more than its name.
+    int error = file ? Native::flushFile(file.get()) : errno == ELOOP ? 0 : errno;
+    if (error == 0)
+        error = Native::flushFile(opened->place.folder);
+    return outcome(u"cannot flush "_s + item.name, error);
 }
 
 Outcome trash(const Item &item)

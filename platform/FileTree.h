@@ -41,16 +41,20 @@ Outcome createFolder(const QString &path);
 
 /// One rename within a file system, whatever the tree's size. Across file systems the copy is
 /// whole and on the disk before it gets its name, and has its name before the source goes, fifos,
-/// sockets and devices with it: no copy keeps those. A source that cannot be removed then is a
-/// failure with the destination in its place.
-/// Refused when the destination exists or lies inside the source, links looked through. Only a
-/// move across file systems takes long enough to report progress.
+/// sockets and devices with it: no copy keeps those. Only what is still what was copied goes: what
+/// another program has changed, replaced or added meanwhile stays in the source, and is a failure
+/// with the destination in its place, as is a source that cannot be removed.
+/// Within a file system the new name is the disk's in its own time: flush() waits for it. Refused
+/// when the destination exists or lies inside the source, links looked through. Only a move across
+/// file systems takes long enough to report progress.
 Outcome move(const Item &source, const Item &destination, const ProgressHandler &progress = {});
 
-/// Copies a file or a tree with its permissions, times, extended attributes and symbolic links
-/// (as links), and its owner where the user may give files away. Fifos, sockets and devices in a
-/// tree are left out. The copy grows under a hidden name, ".Brimvale-….partial", in the
-/// destination's folder; only a killed program leaves it behind. Refused like a move.
+/// Copies a file or a tree with its permissions, times, extended attributes, holes, symbolic links
+/// (as links) and files of several names, and its owner where the user may give files away. Fifos,
+/// sockets and devices in a tree are left out. The copy grows under a hidden name,
+/// ".Brimvale-….partial", in the destination's folder; only a killed program leaves it behind, and
+/// the next copy or move into that folder removes it when it is a day old. Not flushed. Refused
+/// like a move.
 Outcome copy(const Item &source, const Item &destination, const ProgressHandler &progress = {});
 
 /// Gives an open file, which is about to replace the one at this path, that one's extended
@@ -59,6 +63,9 @@ Outcome copyExtendedAttributes(const QString &path, int descriptor);
 
 /// Returns when everything in the file system of this folder is on the disk.
 Outcome flush(const QString &folder, const ProgressHandler &progress = {});
+
+/// Returns when this file and its name are on the disk; of a folder the names in it and its own.
+Outcome flush(const Item &item);
 
 /// Moves the item to the desktop's trash, from where the file manager can restore it. When that
 /// fails the item stays where it was.

@@ -32,7 +32,8 @@ int copyThroughMemory(int from, int to, qint64 size, const Advance &advance)
 {
     QByteArray buffer(qsizetype(std::min(size, chunkSize)), Qt::Uninitialized);
     for (ssize_t got = 0; size > 0; size -= got) {
-        got = uninterrupted([&] { return ::read(from, buffer.data(), size_t(buffer.size())); });
+        const size_t wanted = size_t(std::min<qint64>(size, buffer.size()));
+        got = uninterrupted([&] { return ::read(from, buffer.data(), wanted); });
         if (got <= 0)
             return got == 0 ? 0 : errno;
         for (ssize_t put = 0, written = 0; put < got; put += written) {
@@ -47,10 +48,9 @@ int copyThroughMemory(int from, int to, qint64 size, const Advance &advance)
     return 0;
 }
 
-int copyContent(int from, int to, qint64 size, const Advance &advance)
+/// From where both files stand.
+int copyBytes(int from, int to, qint64 size, const Advance &advance)
 {
-    if (::ioctl(to, FICLONE, from) == 0)
-        return advance(size) ? 0 : ECANCELED;
     while (size > 0) {
         const ssize_t copied = uninterrupted([&] {
             return ::copy_file_range(from, nullptr, to, nullptr, size_t(std::min(size, chunkSize)),
@@ -65,11 +65,63 @@ int copyContent(int from, int to, qint64 size, const Advance &advance)
     return 0;
 }
 
+/// From one stretch of data to the next. A file system that does not tell them has one stretch.
+int copyStretches(int from, int to, qint64 size, const Advance &advance)
+{
+    for (qint64 at = 0; at < size;) {
+        qint64 start = ::lseek(from, at, SEEK_DATA);
+        if (start < 0 && errno != ENXIO && errno != EINVAL)
+            return errno;
+        if (start < 0)
+            start = errno == ENXIO ? size : at; // no more data, or no telling
+        start = std::min(start, size);
+        qint64 end = start < size ? ::lseek(from, start, SEEK_HOLE) : size;
+        if (end < 0 && errno != EINVAL)
+            return errno;
+        end = end < 0 ? size : std::min(end, size);
+        if (start > at && !advance(start - at))
+            return ECANCELED;
+        if (start < end && (::lseek(from, start, SEEK_SET) < 0 || ::lseek(to, start, SEEK_SET) < 0))
+            return errno;
+        if (const int error = copyBytes(from, to, end - start, advance))
+            return error;
+        at = end;
+    }
+    return ::ftruncate(to, size) == 0 ? 0 : errno;
+}
+
+int copyContent(int from, const struct stat &status, int to, const Advance &advance)
+{
+    if (::ioctl(to, FICLONE, from) == 0)
+        return advance(status.st_size) ? 0 : ECANCELED;
+    const bool hasHoles = status.st_blocks * 512 < status.st_size;
+    return hasHoles ? copyStretches(from, to, status.st_size, advance)
+                    : copyBytes(from, to, status.st_size, advance);
+}
+
 /// Errors that say no more than that this file system keeps no such thing, or not for this user.
 bool isUnsupported(int error)
 {
     return error == ENOTSUP || error == EPERM || error == EACCES || error == EINVAL ||
            error == ENOSYS;
+}
+
+/// The names, each with its null, however the list grows meanwhile.
+int listExtendedAttributes(int file, QByteArray *names)
+{
+    for (;;) {
+        const ssize_t length = ::flistxattr(file, nullptr, 0);
+        if (length <= 0)
+            return length == 0 ? 0 : errno;
+        names->resize(length);
+        const ssize_t got = ::flistxattr(file, names->data(), size_t(length));
+        if (got < 0 && errno != ERANGE)
+            return errno;
+        if (got >= 0) {
+            names->truncate(got);
+            return 0;
+        }
+    }
 }
 
 int copyAttributes(int from, const struct stat &status, int to)
@@ -88,13 +140,22 @@ int copyAttributes(int from, const struct stat &status, int to)
 
 } // namespace
 
+Stamp stampOf(const struct stat &status)
+{
+    const auto nanoseconds = [](const timespec &time) {
+        return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+    };
+    return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim),
+            nanoseconds(status.st_ctim)};
+}
+
 int copyExtendedAttributes(int from, int to)
 {
-    const ssize_t length = ::flistxattr(from, nullptr, 0);
-    if (length <= 0)
-        return length == 0 || errno == ENOTSUP ? 0 : errno;
-    QByteArray names(length, Qt::Uninitialized);
-    names.truncate(std::max<ssize_t>(::flistxattr(from, names.data(), size_t(length)), 0));
+    QByteArray names;
+    if (const int error = listExtendedAttributes(from, &names))
+        return error == ENOTSUP ? 0 : error;
+    if (names.isEmpty())
+        return 0;
     QByteArray value(XATTR_SIZE_MAX, Qt::Uninitialized);
     for (qsizetype start = 0; start < names.size(); start = names.indexOf('\0', start) + 1) {
         const char *name = names.constData() + start;
@@ -122,7 +183,7 @@ int copyFile(int from, const struct stat &status, const Place &to, const Advance
                                  S_IRUSR | S_IWUSR));
     if (!copy)
         return errno;
-    if (const int error = copyContent(from, copy.get(), status.st_size, advance))
+    if (const int error = copyContent(from, status, copy.get(), advance))
         return error;
     if (const int error = copyAttributes(from, status, copy.get()))
         return error;
@@ -144,11 +205,15 @@ int copyLinkAttributes(const struct stat &status, const Place &to)
     return done || isUnsupported(errno) ? 0 : errno;
 }
 
-void dropInheritance(int folder)
+int dropInheritance(int folder)
 {
-    ::fchmod(folder, S_IRWXU); // the group's bit
-    ::fremovexattr(folder, "system.posix_acl_default");
-    ::fremovexattr(folder, "system.posix_acl_access");
+    if (::fchmod(folder, S_IRWXU) != 0 && !isUnsupported(errno)) // the group's bit
+        return errno;
+    for (const char *list : {"system.posix_acl_default", "system.posix_acl_access"}) {
+        if (::fremovexattr(folder, list) != 0 && errno != ENODATA && !isUnsupported(errno))
+            return errno;
+    }
+    return 0;
 }
 
 int flushFileSystem(int folder)
@@ -157,10 +222,10 @@ int flushFileSystem(int folder)
     return ::syncfs(folder) == 0 ? 0 : errno;
 }
 
-int flushFolder(int folder)
+int flushFile(int file)
 {
     // A file system that cannot flush a folder says EINVAL.
-    return ::fsync(folder) == 0 || errno == EINVAL ? 0 : errno;
+    return ::fsync(file) == 0 || errno == EINVAL ? 0 : errno;
 }
 
 } // namespace FileTree::Native

@@ -17,8 +17,41 @@ struct Place
     QByteArray name;
 };
 
+/// Told again by these, an item is the one that was seen, and as it was.
+struct Stamp
+{
+    dev_t device = 0;
+    ino_t inode = 0;
+    qint64 size = 0;
+    qint64 modified = 0; ///< nanoseconds
+    qint64 changed = 0;  ///< its attributes too, its name, and how many it has
+
+    [[nodiscard]] bool isSameItem(const Stamp &other) const
+    {
+        return device == other.device && inode == other.inode;
+    }
+    [[nodiscard]] bool hasSameContent(const Stamp &other) const
+    {
+        return isSameItem(other) && size == other.size && modified == other.modified;
+    }
+    bool operator==(const Stamp &) const = default;
+};
+
+/// Of what stands at a place itself, no link followed. Answers an error number, 0 for success.
+int stampAt(const Place &place, Stamp *stamp);
+
+enum class Presence { There, NotThere, Unknown };
+
+/// Whether an item stands at a place: what a call that failed has done all the same.
+Presence presence(const Stamp &item, const Place &place);
+
+/// Whether an open folder is the item or lies below it, links on the way looked through.
+Result<bool> liesInside(int folder, const Place &item);
+
 /// Renames an item, refusing a destination that exists without ever a moment in which one that
-/// has just appeared could be replaced. Answers an error number, 0 for success.
+/// has just appeared could be replaced. A name that differs in nothing but the case of letters is
+/// not taken on a disk that does not tell them apart. Answers an error number, 0 for success,
+/// which is held against the disk: what is done is done, whatever the system says.
 int renameExclusively(const Place &from, const Place &to);
 
 } // namespace FileTree
@@ -33,11 +66,14 @@ using Advance = std::function<bool(qint64)>;
 
 Failure failure(const QString &what, int error);
 
+Stamp stampOf(const struct stat &status);
+
 /// Renames in one step that refuses an existing destination: EINVAL, ENOTSUP or ENOSYS where the
 /// file system cannot do that.
 int renameNoReplace(const Place &from, const Place &to);
 
-/// Makes the file `to` with the content and the attributes of the open file.
+/// Makes the file `to` with the content and the attributes of the open file. Holes stay holes, and
+/// count as copied; a lock that forbids changes and removal is not taken over.
 int copyFile(int from, const struct stat &status, const Place &to, const Advance &advance);
 
 /// Extended attributes and access lists of one open file for another.
@@ -50,13 +86,13 @@ int copyFolderAttributes(int from, const struct stat &status, int to);
 int copyLinkAttributes(const struct stat &status, const Place &to);
 
 /// Undoes what a new folder took over from the one that it was made in.
-void dropInheritance(int folder);
+int dropInheritance(int folder);
 
 /// Returns when everything written to the file system of an open folder is on the disk.
 int flushFileSystem(int folder);
 
-/// Returns when the names in an open folder are on the disk.
-int flushFolder(int folder);
+/// Returns when an open file, or the names in an open folder, are on the disk.
+int flushFile(int file);
 
 /// `folder` is the absolute path of the item's open folder; it may lead through links.
 Outcome trash(const Place &item, const QString &folder);

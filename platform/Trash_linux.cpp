@@ -10,6 +10,7 @@
 #include <climits>
 #include <cstdlib>
 #include <memory>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -32,7 +33,7 @@ struct TrashFolder
 /// Opens a folder, made for this user alone if it is not there.
 FileDescriptor privateFolder(int parent, const QByteArray &name, int openFlags = O_NOFOLLOW)
 {
-    ::mkdirat(parent, name.constData(), S_IRWXU);
+    std::ignore = ::mkdirat(parent, name.constData(), S_IRWXU);
     return FileDescriptor(
         ::openat(parent, name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | openFlags));
 }
@@ -55,14 +56,17 @@ TrashFolder homeTrash()
 }
 
 /// The topmost folder of the file system that holds an absolute path without links.
-QByteArray topFolder(QByteArray path)
+Result<QByteArray> topFolder(QByteArray path)
 {
     struct stat here = {};
     struct stat above = {};
-    ::stat(path.constData(), &here);
+    if (::stat(path.constData(), &here) != 0)
+        return failure(u"its folder cannot be found"_s, errno);
     while (path != "/") {
         const QByteArray parent = path.left(std::max(path.lastIndexOf('/'), qsizetype(1)));
-        if (::stat(parent.constData(), &above) != 0 || above.st_dev != here.st_dev)
+        if (::stat(parent.constData(), &above) != 0)
+            return failure(u"the top of its disk cannot be found"_s, errno);
+        if (above.st_dev != here.st_dev)
             break;
         path = parent;
     }
@@ -97,34 +101,50 @@ QByteArray recordOf(const QByteArray &path)
            "\nDeletionDate=" + now.toLatin1() + '\n';
 }
 
-int writeToDisk(FileDescriptor &file, const QByteArray &content)
+/// The record and its name.
+int writeToDisk(const TrashFolder &trash, FileDescriptor &file, const QByteArray &content)
 {
-    const ssize_t written = ::write(file.get(), content.constData(), size_t(content.size()));
-    if (written != content.size())
-        return written < 0 ? errno : ENOSPC;
-    return ::fsync(file.get()) == 0 ? file.close() : errno;
+    for (qsizetype done = 0; done < content.size();) {
+        const ssize_t written =
+            ::write(file.get(), content.constData() + done, size_t(content.size() - done));
+        if (written < 0 && errno != EINTR)
+            return errno;
+        done += std::max<ssize_t>(written, 0);
+    }
+    if (const int error = flushFile(file.get()))
+        return error;
+    if (const int error = file.close())
+        return error;
+    return flushFile(trash.records.get());
 }
 
 /// The record comes first and holds the name: whenever this is cut short, the item is either
 /// where it was or in the trash with its record.
 int moveToTrash(const Place &item, const TrashFolder &trash, const QByteArray &record)
 {
+    Stamp stamp;
+    if (const int error = stampAt(item, &stamp))
+        return error;
     // The name of the record must not be too long either.
     const QByteArray stem = item.name.left(NAME_MAX - qsizetype(sizeof recordSuffix) - 10);
     for (int count = 1;; ++count) {
         const QByteArray name = count == 1 ? stem : stem + '.' + QByteArray::number(count);
-        const QByteArray recordName = name + recordSuffix;
-        FileDescriptor file(::openat(trash.records.get(), recordName.constData(),
+        const Place place = {trash.records.get(), name + recordSuffix};
+        FileDescriptor file(::openat(place.folder, place.name.constData(),
                                      O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
-        if (!file && errno == EEXIST)
+        int error = file ? 0 : errno;
+        if (error == EEXIST)
             continue;
-        if (!file)
-            return errno;
-        int error = writeToDisk(file, record);
+        Stamp made;
+        if (!file && (stampAt(place, &made) != 0 || made.size != 0))
+            return error;
+        if (file)
+            error = writeToDisk(trash, file, record);
         if (error == 0)
             error = renameExclusively(item, {trash.items.get(), name});
-        if (error != 0)
-            ::unlinkat(trash.records.get(), recordName.constData(), 0);
+        // Unless the item is seen to be where it was, the record may be all that tells of it.
+        if (error != 0 && presence(stamp, item) == Presence::There)
+            std::ignore = ::unlinkat(place.folder, place.name.constData(), 0);
         if (error != EEXIST)
             return error;
     }
@@ -150,11 +170,13 @@ Outcome trash(const Place &item, const QString &folder)
         return Failure{what + u": the trash cannot be used"_s};
     int error = moveToTrash(item, trash, recordOf(path));
     if (error == EXDEV) {
-        const QByteArray top = topFolder(real);
-        trash = trashAtTop(top);
+        const Result<QByteArray> top = topFolder(real);
+        if (!top)
+            return Failure{what + u": "_s + top.reason()};
+        trash = trashAtTop(*top);
         if (!trash.items || !trash.records)
             return Failure{what + u": its disk has no trash"_s};
-        error = moveToTrash(item, trash, recordOf(path.mid(top == "/" ? 1 : top.size() + 1)));
+        error = moveToTrash(item, trash, recordOf(path.mid(*top == "/" ? 1 : top->size() + 1)));
     }
     if (error != 0)
         return failure(what, error);

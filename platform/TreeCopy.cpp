@@ -58,6 +58,8 @@ Outcome TreeCopy::run()
     if (outcome)
         outcome = copyEntries();
     if (outcome)
+        outcome = copyOtherNames();
+    if (outcome)
         outcome = finishFolders();
     if (outcome && m_progress)
         m_progress({m_bytesDone, m_tree.bytes});
@@ -79,16 +81,19 @@ Failure TreeCopy::failure(size_t folder, const QByteArray &name, int error) cons
 
 Outcome TreeCopy::makeFolders()
 {
-    FolderCursor to(m_tree, m_to);
+    FolderCursor to(m_tree, m_to, Access::ToCopy);
     for (size_t index = 1; index < m_tree.folders.size(); ++index) {
         tick();
-        const auto &[parent, name] = m_tree.folders[index];
+        const auto &[parent, name, stamp, mode] = m_tree.folders[index];
         const int descriptor = to.open(parent);
         if (descriptor < 0 ||
             ::mkdirat(descriptor, to.nameHere(parent, name).constData(), S_IRWXU) != 0)
             return failure(parent, name, errno);
-        if (parent == 0)
-            Native::dropInheritance(to.open(index));
+        if (parent != 0)
+            continue;
+        const int made = to.open(index);
+        if (const int error = made < 0 ? errno : Native::dropInheritance(made))
+            return failure(parent, name, error);
     }
     return {};
 }
@@ -128,13 +133,15 @@ Outcome TreeCopy::copyEntries()
 Outcome TreeCopy::copyShare(Share share, const Native::Advance &advance)
 {
     FolderCursor from(m_tree, m_from);
-    FolderCursor to(m_tree, m_to);
+    FolderCursor to(m_tree, m_to, Access::ToCopy);
     const size_t count = m_tree.entries.size();
     // As many as are taken from both ends together, so they never pass each other. Meeting only
     // there, the threads seldom wait for each other to make a file in the same folder.
     for (size_t mine = 0; !m_ended && m_taken++ < count; ++mine) {
         const size_t index = share == Share::FromTheFront ? mine : count - 1 - mine;
-        const TreeListing::Entry &entry = m_tree.entries[index];
+        TreeListing::Entry &entry = m_tree.entries[index];
+        if (entry.sameAs != TreeListing::none)
+            continue;
         const int error = copyEntry(entry, from, to, advance);
         // The first failure is the one to tell; it ends the other thread's work too.
         if (error != 0 && !m_ended.exchange(true))
@@ -144,7 +151,7 @@ Outcome TreeCopy::copyShare(Share share, const Native::Advance &advance)
     return {};
 }
 
-int TreeCopy::copyEntry(const TreeListing::Entry &entry, FolderCursor &from, FolderCursor &to,
+int TreeCopy::copyEntry(TreeListing::Entry &entry, FolderCursor &from, FolderCursor &to,
                         const Native::Advance &advance)
 {
     if (entry.kind == TreeListing::Kind::Other)
@@ -164,7 +171,35 @@ int TreeCopy::copyEntry(const TreeListing::Entry &entry, FolderCursor &from, Fol
     struct stat status = {};
     if (!file || ::fstat(file.get(), &status) != 0)
         return errno;
+    entry.stamp = Native::stampOf(status);
+    entry.hasMoreNames = entry.hasMoreNames || status.st_nlink > 1;
     return S_ISREG(status.st_mode) ? Native::copyFile(file.get(), status, copy, advance) : ESTALE;
+}
+
+/// What had several names in the tree has them in the copy.
+Outcome TreeCopy::copyOtherNames()
+{
+    FolderCursor from(m_tree, m_from);
+    FolderCursor to(m_tree, m_to, Access::ToCopy);
+    FolderCursor toFirst(m_tree, m_to, Access::ToCopy);
+    for (TreeListing::Entry &entry : m_tree.entries) {
+        if (entry.sameAs == TreeListing::none || entry.kind == TreeListing::Kind::Other)
+            continue;
+        tick();
+        const TreeListing::Entry &first = m_tree.entries[entry.sameAs];
+        const int target = to.open(entry.folder);
+        const int original = target < 0 ? -1 : toFirst.open(first.folder);
+        if (original < 0)
+            return failure(entry.folder, entry.name, errno);
+        entry.stamp = first.stamp;
+        if (::linkat(original, first.name.constData(), target, entry.name.constData(), 0) == 0)
+            continue;
+        // A disk that knows no such names gets a file for each; a failing one fails again.
+        const Native::Advance uncounted = [](qint64) { return true; };
+        if (const int error = copyEntry(entry, from, to, uncounted))
+            return failure(entry.folder, entry.name, error);
+    }
+    return {};
 }
 
 Outcome TreeCopy::finishFolders()
@@ -172,10 +207,10 @@ Outcome TreeCopy::finishFolders()
     // From the inside out and each from its parent: once it has its mode, a folder may be closed
     // to its owner too.
     FolderCursor from(m_tree, m_from);
-    FolderCursor to(m_tree, m_to);
+    FolderCursor to(m_tree, m_to, Access::ToCopy);
     for (size_t index = m_tree.folders.size() - 1; index > 0; --index) {
         tick();
-        const auto &[parent, name] = m_tree.folders[index];
+        const auto &[parent, name, stamp, mode] = m_tree.folders[index];
         const int source = from.open(parent);
         const int target = source < 0 ? -1 : to.open(parent);
         if (target < 0)

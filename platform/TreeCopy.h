@@ -17,7 +17,8 @@ public:
 
     Outcome run();
 
-    /// What was copied.
+    /// What was copied. A file that another program changes meanwhile has the stamp from before, so
+    /// that it is seen to be another one.
     [[nodiscard]] const TreeListing &listing() const { return m_tree; }
 
     /// Reports the progress if the last report was long enough ago.
@@ -28,8 +29,9 @@ private:
     Outcome copyEntries();
     enum class Share { FromTheFront, FromTheBack };
     Outcome copyShare(Share share, const Native::Advance &advance);
-    int copyEntry(const TreeListing::Entry &entry, FolderCursor &from, FolderCursor &to,
+    int copyEntry(TreeListing::Entry &entry, FolderCursor &from, FolderCursor &to,
                   const Native::Advance &advance);
+    Outcome copyOtherNames();
     Outcome finishFolders();
     [[nodiscard]] Failure failure(size_t folder, const QByteArray &name, int error) const;
 

@@ -5,6 +5,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 
+#include <map>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -65,8 +66,7 @@ bool FolderCursor::ascend()
         struct stat status = {};
         if (!above || ::fstat(above.get(), &status) != 0)
             return false;
-        const Identity &expected = m_way[m_way.size() - 2];
-        if (status.st_dev != expected.device || status.st_ino != expected.inode) {
+        if (!Native::stampOf(status).isSameItem(m_way[m_way.size() - 2])) {
             errno = ESTALE; // moved away meanwhile
             return false;
         }
@@ -79,18 +79,25 @@ bool FolderCursor::ascend()
 
 bool FolderCursor::descend(size_t folder)
 {
-    const QByteArray &name = nameHere(m_folder, m_tree.folders[folder].name);
-    FileDescriptor below = openFolder(current(), name);
+    const Place place = {current(), nameHere(m_folder, m_tree.folders[folder].name)};
+    const Stamp &listed = m_tree.folders[folder].stamp;
+    FileDescriptor below = openFolder(place.folder, place.name);
     if (!below && errno == EACCES && m_access == Access::Forced &&
-        ::fchmodat(current(), name.constData(), S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0)
-        below = openFolder(current(), name);
+        presence(listed, place) == Presence::There &&
+        ::fchmodat(place.folder, place.name.constData(), S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0)
+        below = openFolder(place.folder, place.name);
     struct stat status = {};
     if (!below || ::fstat(below.get(), &status) != 0)
         return false;
+    const Stamp found = Native::stampOf(status);
+    if (m_access != Access::ToCopy && !found.isSameItem(listed)) {
+        errno = ESTALE; // swapped meanwhile
+        return false;
+    }
     if (m_access == Access::Forced && (status.st_mode & S_IRWXU) != S_IRWXU)
         ::fchmod(below.get(), (status.st_mode & 07777) | S_IRWXU);
     m_open = std::move(below);
-    m_way.push_back({status.st_dev, status.st_ino});
+    m_way.push_back(found);
     m_folder = folder;
     return true;
 }
@@ -104,9 +111,9 @@ TreeListing::Kind kindOf(const struct stat &status)
     return S_ISLNK(status.st_mode) ? TreeListing::Kind::Link : TreeListing::Kind::Other;
 }
 
-/// Calls `found(name)` for everything in an open folder, until it answers an error number.
-template <class Found>
-int readFolder(int folder, const Found &found)
+} // namespace
+
+int readFolder(int folder, const std::function<int(const QByteArray &)> &found)
 {
     FileDescriptor again = openFolder(folder, ".");
     const std::unique_ptr<DIR, int (*)(DIR *)> reader(again ? ::fdopendir(again.get()) : nullptr,
@@ -127,12 +134,11 @@ int readFolder(int folder, const Found &found)
     }
 }
 
-} // namespace
-
 Result<TreeListing> listTree(const Place &root, Access access, const Tick &tick)
 {
     TreeListing tree;
     std::vector<size_t> unread;
+    std::map<std::pair<dev_t, ino_t>, size_t> firstNames;
     FolderCursor cursor(tree, root, access);
 
     const auto list = [&](int descriptor, size_t folder, const QByteArray &name) {
@@ -141,13 +147,20 @@ Result<TreeListing> listTree(const Place &root, Access access, const Tick &tick)
             return errno;
         if (S_ISDIR(status.st_mode)) {
             unread.push_back(tree.folders.size());
-            tree.folders.push_back({folder, name});
+            tree.folders.push_back({folder, name, Native::stampOf(status), status.st_mode & 07777});
             return 0;
         }
-        const TreeListing::Kind kind = kindOf(status);
-        const qint64 size = kind == TreeListing::Kind::File ? status.st_size : 0;
-        tree.entries.push_back({folder, name, kind, size});
-        tree.bytes += size;
+        TreeListing::Entry entry = {folder, name, kindOf(status), Native::stampOf(status)};
+        entry.hasMoreNames = status.st_nlink > 1;
+        if (entry.hasMoreNames) {
+            const auto [first, isNew] = firstNames.try_emplace(
+                {entry.stamp.device, entry.stamp.inode}, tree.entries.size());
+            if (!isNew)
+                entry.sameAs = first->second;
+        }
+        if (entry.kind == TreeListing::Kind::File && entry.sameAs == TreeListing::none)
+            tree.bytes += entry.stamp.size;
+        tree.entries.push_back(std::move(entry));
         return 0;
     };
 
@@ -170,28 +183,6 @@ Result<TreeListing> listTree(const Place &root, Access access, const Tick &tick)
         }
     }
     return tree;
-}
-
-Outcome removeTree(const TreeListing &tree, const Place &root, const Tick &tick)
-{
-    FolderCursor cursor(tree, root, Access::Forced);
-    Outcome outcome;
-    const auto remove = [&](size_t folder, const QByteArray &name, int flags) {
-        if (tick)
-            tick();
-        const int descriptor = cursor.open(folder);
-        const bool gone =
-            descriptor >= 0 &&
-            ::unlinkat(descriptor, cursor.nameHere(folder, name).constData(), flags) == 0;
-        if (!gone && errno != ENOENT && outcome)
-            outcome = Native::failure(u"cannot remove "_s + tree.path(folder, name), errno);
-    };
-
-    for (const TreeListing::Entry &entry : tree.entries)
-        remove(entry.folder, entry.name, 0);
-    for (size_t folder = tree.folders.size() - 1; folder > 0; --folder)
-        remove(tree.folders[folder].parent, tree.folders[folder].name, AT_REMOVEDIR);
-    return outcome;
 }
 
 } // namespace FileTree

@@ -3,6 +3,7 @@
 #include "FileDescriptor.h"
 #include "FileTree_p.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace FileTree {
@@ -15,37 +16,45 @@ using Tick = std::function<void()>;
 struct TreeListing
 {
     enum class Kind { File, Link, Other };
+    static constexpr size_t none = SIZE_MAX;
 
     struct Folder
     {
         size_t parent = 0;
         QByteArray name;
+        Stamp stamp;
+        mode_t mode = 0;
     };
     struct Entry
     {
         size_t folder = 0;
         QByteArray name;
         Kind kind = Kind::Other;
-        qint64 size = 0;
+        Stamp stamp; ///< of a file that was copied, from before that
+        bool hasMoreNames = false;
+        size_t sameAs = none; ///< the entry that is the first name of this one's file
     };
 
     std::vector<Folder> folders = {{}};
     std::vector<Entry> entries;
-    qint64 bytes = 0; ///< of all files
+    qint64 bytes = 0; ///< of all files, each counted once
 
     /// For messages, relative to the folder that holds the tree.
     [[nodiscard]] QString path(size_t folder, const QByteArray &name) const;
 };
 
-enum class Access { AsItIs, Forced };
+enum class Access {
+    AsItIs,
+    Forced, ///< gives the user the right to read and write each folder that is opened
+    ToCopy, ///< of a tree that is being made after the listed one
+};
 
 /// Opens the folders of a listed tree, one at a time and each from its neighbour, so that
 /// neither the depth of the tree nor the length of its paths matters and no link is followed.
-/// The tree may stand elsewhere than where it was listed.
+/// A folder that is not the listed one any more is not opened.
 class FolderCursor
 {
 public:
-    /// Forced access gives the user the right to read and write each folder it opens.
     FolderCursor(const TreeListing &tree, Place root, Access access = Access::AsItIs);
 
     /// The descriptor, valid until the next call; -1 and errno when the folder cannot be opened.
@@ -55,12 +64,6 @@ public:
     [[nodiscard]] const QByteArray &nameHere(size_t folder, const QByteArray &name) const;
 
 private:
-    struct Identity
-    {
-        dev_t device;
-        ino_t inode;
-    };
-
     bool ascend();
     bool descend(size_t folder);
     [[nodiscard]] int current() const { return m_folder == 0 ? m_root.folder : m_open.get(); }
@@ -70,15 +73,16 @@ private:
     const Access m_access;
     size_t m_folder = 0;
     FileDescriptor m_open; // none in the folder that holds the tree
-    std::vector<Identity> m_way;
+    std::vector<Stamp> m_way;
 };
 
 /// Opens a folder by its own name, never through a link.
 FileDescriptor openFolder(int parent, const QByteArray &name);
 
-Result<TreeListing> listTree(const Place &root, Access access, const Tick &tick = {});
+/// Calls `found(name)` for everything in an open folder, until it answers an error number; answers
+/// that, 0 for success.
+int readFolder(int folder, const std::function<int(const QByteArray &)> &found);
 
-/// Removes what is listed and nothing else; goes on after a failure and answers the first.
-Outcome removeTree(const TreeListing &tree, const Place &root, const Tick &tick = {});
+Result<TreeListing> listTree(const Place &root, Access access, const Tick &tick = {});
 
 } // namespace FileTree

@@ -141,7 +141,7 @@ public:
     /// Everything on the disk, and nothing that a server tells only in the end. 0, or the error.
     [[nodiscard]] int finish()
     {
-        const int error = FileTree::Native::flushFolder(m_file.get());
+        const int error = FileTree::Native::flushFile(m_file.get());
         const int late = m_file.close();
         return error != 0 ? error : late;
     }
@@ -180,7 +180,7 @@ Failure anothersVersion()
 
 Outcome flushName(const Place &place)
 {
-    if (const int error = FileTree::Native::flushFolder(place.folder))
+    if (const int error = FileTree::Native::flushFile(place.folder))
         return failure(u"cannot flush its folder"_s, error);
     return {};
 }
