@@ -1,0 +1,164 @@
+#include "Shim.h"
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <type_traits>
+
+namespace Shim {
+
+namespace {
+
+std::vector<Fault> faults;
+Report *report = nullptr;
+std::atomic<bool> isArmed = false;
+
+/// The answer of a call that failed.
+template <class Answer>
+Answer failed(int error)
+{
+    errno = error;
+    if constexpr (std::is_pointer_v<Answer>)
+        return nullptr;
+    else
+        return -1;
+}
+
+/// Makes a call of the program, unless a fault is due.
+template <class Answer, class Call>
+Answer pass(const char *name, size_t *size, const Call &call)
+{
+    if (!isArmed)
+        return call();
+    const int number = ++report->calls;
+    for (const Fault &fault : faults) {
+        if (fault.call != number || (fault.kind == Kind::Short && (!size || *size < 2)))
+            continue;
+        std::strncpy(report->name, name, sizeof report->name - 1);
+        switch (fault.kind) {
+        case Kind::DoneButError:
+            call();
+            [[fallthrough]];
+        case Kind::Error:
+            return failed<Answer>(fault.error);
+        case Kind::Short:
+            *size /= 2;
+            break;
+        case Kind::Kill:
+            std::raise(SIGKILL);
+            break;
+        case Kind::Race:
+            isArmed = false;
+            fault.race();
+            isArmed = true;
+            break;
+        }
+    }
+    return call();
+}
+
+} // namespace
+
+void arm(std::vector<Fault> those, Report *to)
+{
+    faults = std::move(those);
+    report = to;
+    isArmed = true;
+}
+
+void disarm()
+{
+    isArmed = false;
+}
+
+} // namespace Shim
+
+// Defined in the executable, under the C library's names, these are also what the shared libraries
+// of the program call.
+// NOLINTBEGIN(bugprone-macro-parentheses, cppcoreguidelines-macro-usage)
+#define STAND_IN_SIZED(answer, name, size, parameters, arguments)                                  \
+    extern "C" answer standInFor_##name parameters __asm__(#name);                                 \
+    answer standInFor_##name parameters                                                            \
+    {                                                                                              \
+        static const auto original =                                                               \
+            reinterpret_cast<answer(*) parameters>(::dlsym(RTLD_NEXT, #name));                     \
+        return Shim::pass<answer>(#name, size, [&] { return original arguments; });                \
+    }
+#define STAND_IN(answer, name, parameters, arguments)                                              \
+    STAND_IN_SIZED(answer, name, nullptr, parameters, arguments)
+
+/// Power is not at stake here, so the wait for the disk is spared.
+#define FLUSH(name)                                                                                \
+    extern "C" int standInFor_##name(int file) __asm__(#name);                                     \
+    int standInFor_##name(int)                                                                     \
+    {                                                                                              \
+        return Shim::pass<int>(#name, nullptr, [] { return 0; });                                  \
+    }
+
+STAND_IN(int, open, (const char *path, int flags, mode_t mode), (path, flags, mode))
+STAND_IN(int, open64, (const char *path, int flags, mode_t mode), (path, flags, mode))
+STAND_IN(int, openat, (int at, const char *path, int flags, mode_t mode), (at, path, flags, mode))
+STAND_IN(int, openat64, (int at, const char *path, int flags, mode_t mode), (at, path, flags, mode))
+STAND_IN(int, close, (int file), (file))
+STAND_IN_SIZED(ssize_t, read, &size, (int file, void *data, size_t size), (file, data, size))
+STAND_IN_SIZED(ssize_t, write, &size, (int file, const void *data, size_t size), (file, data, size))
+STAND_IN_SIZED(ssize_t, copy_file_range, &size,
+               (int from, off_t *fromAt, int to, off_t *toAt, size_t size, unsigned flags),
+               (from, fromAt, to, toAt, size, flags))
+STAND_IN(int, ioctl, (int file, unsigned long request, void *argument), (file, request, argument))
+STAND_IN(int, fcntl, (int file, int command, void *argument), (file, command, argument))
+STAND_IN(int, fcntl64, (int file, int command, void *argument), (file, command, argument))
+STAND_IN(off_t, lseek, (int file, off_t at, int whence), (file, at, whence))
+STAND_IN(off_t, lseek64, (int file, off_t at, int whence), (file, at, whence))
+STAND_IN(int, ftruncate, (int file, off_t size), (file, size))
+STAND_IN(int, ftruncate64, (int file, off_t size), (file, size))
+STAND_IN(int, flock, (int file, int what), (file, what))
+STAND_IN(int, stat, (const char *path, struct stat *to), (path, to))
+STAND_IN(int, stat64, (const char *path, struct stat *to), (path, to))
+STAND_IN(int, lstat, (const char *path, struct stat *to), (path, to))
+STAND_IN(int, lstat64, (const char *path, struct stat *to), (path, to))
+STAND_IN(int, fstat, (int file, struct stat *to), (file, to))
+STAND_IN(int, fstat64, (int file, struct stat *to), (file, to))
+STAND_IN(int, fstatat, (int at, const char *path, struct stat *to, int flags),
+         (at, path, to, flags))
+STAND_IN(int, statx, (int at, const char *path, int flags, unsigned mask, void *to),
+         (at, path, flags, mask, to))
+STAND_IN(DIR *, fdopendir, (int file), (file))
+STAND_IN(dirent *, readdir, (DIR * folder), (folder))
+STAND_IN(char *, realpath, (const char *path, char *to), (path, to))
+STAND_IN(int, mkdir, (const char *path, mode_t mode), (path, mode))
+STAND_IN(int, mkdirat, (int at, const char *path, mode_t mode), (at, path, mode))
+STAND_IN(int, unlink, (const char *path), (path))
+STAND_IN(int, unlinkat, (int at, const char *path, int flags), (at, path, flags))
+STAND_IN(int, link, (const char *from, const char *to), (from, to))
+STAND_IN(int, linkat, (int fromAt, const char *from, int toAt, const char *to, int flags),
+         (fromAt, from, toAt, to, flags))
+STAND_IN(int, symlinkat, (const char *target, int at, const char *path), (target, at, path))
+STAND_IN(ssize_t, readlinkat, (int at, const char *path, char *to, size_t size),
+         (at, path, to, size))
+STAND_IN(int, rename, (const char *from, const char *to), (from, to))
+STAND_IN(int, renameat, (int fromAt, const char *from, int toAt, const char *to),
+         (fromAt, from, toAt, to))
+STAND_IN(int, renameat2, (int fromAt, const char *from, int toAt, const char *to, unsigned flags),
+         (fromAt, from, toAt, to, flags))
+STAND_IN(int, fchmod, (int file, mode_t mode), (file, mode))
+STAND_IN(int, fchmodat, (int at, const char *path, mode_t mode, int flags), (at, path, mode, flags))
+STAND_IN(int, fchown, (int file, uid_t user, gid_t group), (file, user, group))
+STAND_IN(int, fchownat, (int at, const char *path, uid_t user, gid_t group, int flags),
+         (at, path, user, group, flags))
+STAND_IN(int, futimens, (int file, const timespec *times), (file, times))
+STAND_IN(int, utimensat, (int at, const char *path, const timespec *times, int flags),
+         (at, path, times, flags))
+STAND_IN(ssize_t, flistxattr, (int file, char *names, size_t size), (file, names, size))
+STAND_IN(ssize_t, fgetxattr, (int file, const char *name, void *value, size_t size),
+         (file, name, value, size))
+STAND_IN(int, fsetxattr, (int file, const char *name, const void *value, size_t size, int flags),
+         (file, name, value, size, flags))
+FLUSH(fsync)
+FLUSH(fdatasync)
+FLUSH(syncfs)
+// NOLINTEND(bugprone-macro-parentheses, cppcoreguidelines-macro-usage)

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <vector>
+
+/// Stands between a program and the C library: every call that reads or changes a file is counted,
+/// and some of them fail.
+namespace Shim {
+
+enum class Kind {
+    Error,        ///< the call is not made, and answers the error
+    DoneButError, ///< the call is made, and answers the error all the same
+    Short,        ///< a read, write or copy does only a part; no other call fails so
+    Kill,         ///< the program dies before the call
+    Race,         ///< another process acts before the call
+};
+
+struct Fault
+{
+    Kind kind = Kind::Error;
+    int error = 0;
+    int call = 0; ///< counted from 1
+    std::function<void()> race = {};
+};
+
+/// What came of a run; in memory that outlives the program.
+struct Report
+{
+    std::atomic<int> calls = 0;
+    char name[32] = {}; ///< of the last call that a fault met; empty when none did
+};
+
+/// From now on calls are counted and meet these faults.
+void arm(std::vector<Fault> faults, Report *report);
+void disarm();
+
+} // namespace Shim

@@ -1,0 +1,247 @@
+#include "Operation.h"
+#include "Shim.h"
+
+#include <QCoreApplication>
+
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <new>
+
+namespace fs = std::filesystem;
+
+namespace Faults {
+
+namespace {
+
+constexpr std::array usualErrors = {EIO, ENOSPC};
+constexpr std::array moreErrors = {EACCES, EAGAIN, EBUSY, EDQUOT, EEXIST, EINTR,     EINVAL, EMFILE,
+                                   ENOMEM, ENOSYS, EPERM, EROFS,  EXDEV,  ENOTEMPTY, ENOTSUP};
+// A hung run is a fault too.
+constexpr unsigned secondsToHang = 20;
+
+State stateOf(const fs::path &path)
+{
+    struct stat status = {};
+    if (::lstat(path.c_str(), &status) != 0)
+        return {};
+    std::array<char, 64> tag = {};
+    const ssize_t tagged = ::lgetxattr(path.c_str(), "user.tag", tag.data(), tag.size());
+    State state;
+    state.attributes = std::to_string(status.st_mode);
+    if (S_ISDIR(status.st_mode)) {
+        state.kind = State::Kind::Folder;
+        return state;
+    }
+    state.attributes += ' ' + std::to_string(status.st_mtim.tv_sec) +
+                        std::string(tag.data(), size_t(std::max<ssize_t>(tagged, 0)));
+    if (S_ISLNK(status.st_mode)) {
+        state.kind = State::Kind::Link;
+        state.content = fs::read_symlink(path);
+    } else if (S_ISREG(status.st_mode)) {
+        state.content.resize(size_t(status.st_size));
+        std::ifstream(path, std::ios::binary).read(state.content.data(), status.st_size);
+    } else {
+        state.kind = State::Kind::Special;
+    }
+    return state;
+}
+
+Snapshot snapshotOf(const Disks &disks)
+{
+    Snapshot all;
+    for (const auto &[name, root] : {std::pair("home/", disks.home), {"other/", disks.other}}) {
+        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(root))
+            all[name + entry.path().string().substr(root.size() + 1)] = stateOf(entry.path());
+    }
+    return all;
+}
+
+/// Makes every call of one operation fail, in as many processes, and keeps the account.
+class Trial
+{
+public:
+    Trial(const Operation &operation, Disks disks) : m_operation(operation), m_disks(disks)
+    {
+        void *memory = ::mmap(nullptr, sizeof(Shim::Report), PROT_READ | PROT_WRITE,
+                              MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        m_report = new (memory) Shim::Report;
+    }
+    ~Trial() { ::munmap(m_report, sizeof(Shim::Report)); }
+    Trial(const Trial &) = delete;
+    Trial &operator=(const Trial &) = delete;
+
+    void inShort();
+    void inFull();
+
+    int runs = 0;
+    int problems = 0;
+
+private:
+    Ending run(const std::vector<Shim::Fault> &faults);
+    bool attempt(const std::vector<Shim::Fault> &faults, const Race *race = nullptr);
+    void everywhere(Shim::Fault fault, const Race *race = nullptr);
+    [[nodiscard]] QString accountFor(const Race &race, Ending ending) const;
+
+    const Operation &m_operation;
+    const Disks m_disks;
+    Shim::Report *m_report = nullptr;
+    Snapshot m_before;
+};
+
+Ending Trial::run(const std::vector<Shim::Fault> &faults)
+{
+    for (const std::string &root : {m_disks.home, m_disks.other}) {
+        for (const fs::directory_entry &entry : fs::directory_iterator(root))
+            fs::remove_all(entry);
+    }
+    m_operation.setUp(m_disks);
+    if (m_before.empty())
+        m_before = snapshotOf(m_disks); // the same for each run
+    m_report = new (m_report) Shim::Report;
+    ++runs;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::alarm(secondsToHang);
+        Shim::arm(faults, m_report);
+        const bool done = m_operation.run(m_disks);
+        Shim::disarm();
+        std::_Exit(done ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    if (WIFEXITED(status))
+        return WEXITSTATUS(status) == 0 ? Ending::Done : Ending::Failed;
+    if (WTERMSIG(status) != SIGKILL)
+        std::strncat(m_report->name, " (crash)", 9);
+    return Ending::Killed;
+}
+
+QString Trial::accountFor(const Race &race, Ending ending) const
+{
+    const Snapshot after = snapshotOf(m_disks);
+    const auto isThere = [&after](const std::string &content) {
+        return std::any_of(after.begin(), after.end(), [&](const auto &each) {
+            return !isLeftover(each.first) &&
+                   each.second.content.find(content) != std::string::npos;
+        });
+    };
+    const bool acted = m_report->name[0] != '\0';
+    if (acted && !isThere(race.written))
+        return QStringLiteral("what the other process wrote is lost");
+    if (ending == Ending::Killed)
+        return QStringLiteral("it died");
+    return {};
+}
+
+/// False when the operation ends before the first fault is due.
+bool Trial::attempt(const std::vector<Shim::Fault> &faults, const Race *race)
+{
+    const Ending ending = run(faults);
+    const bool crashed = std::strstr(m_report->name, "crash");
+    QString problem = race ? accountFor(*race, ending)
+                           : m_operation.account(m_before, snapshotOf(m_disks), ending);
+    if (crashed)
+        problem = QStringLiteral("it crashed or hung");
+    if (!problem.isEmpty() && ++problems < 40) {
+        std::printf("%s:", m_operation.name.c_str());
+        for (const Shim::Fault &fault : faults)
+            std::printf(" call %d %s", fault.call,
+                        std::array{"fails", "fails though done", "is short", "kills",
+                                   race ? race->name.c_str() : ""}[size_t(fault.kind)]);
+        const char *outcome = std::array{"done", "failed", "killed"}[size_t(ending)];
+        std::printf(" (%s, %s), ends as %s: %s\n", m_report->name,
+                    faults.empty() ? "" : std::strerror(faults[0].error), outcome,
+                    qPrintable(problem));
+    }
+    return faults.empty() || m_report->calls >= faults[0].call;
+}
+
+void Trial::everywhere(Shim::Fault fault, const Race *race)
+{
+    if (race)
+        fault.race = [this, race] { race->act(m_disks); };
+    for (fault.call = 1; attempt({fault}, race); ++fault.call) {
+    }
+}
+
+void Trial::inShort()
+{
+    attempt({});
+    for (const int error : usualErrors)
+        everywhere({Shim::Kind::Error, error});
+    everywhere({Shim::Kind::DoneButError, EIO});
+    everywhere({Shim::Kind::Short});
+    everywhere({Shim::Kind::Kill});
+}
+
+void Trial::inFull()
+{
+    inShort();
+    for (const int error : moreErrors)
+        everywhere({Shim::Kind::Error, error});
+    for (const Race &race : m_operation.races)
+        everywhere({Shim::Kind::Race}, &race);
+}
+
+} // namespace
+
+bool isLeftover(const std::string &path)
+{
+    return path.find("/.Brimvale-") != std::string::npos;
+}
+
+} // namespace Faults
+
+/// Arguments: the operations to try, all when none is named; "full" for all errors and the races.
+int main(int argc, char *argv[])
+{
+    using namespace Faults;
+    const QCoreApplication application(argc, argv);
+    QStringList wanted = QCoreApplication::arguments().mid(1);
+    const bool inFull = wanted.removeAll(QStringLiteral("full")) > 0;
+
+    std::string home = "/dev/shm/brimvale-faults-XXXXXX";
+    std::string other = (fs::temp_directory_path() / "brimvale-faults-XXXXXX").string();
+    if (!::mkdtemp(home.data()) || !::mkdtemp(other.data())) {
+        std::printf("SKIPPED: no folder to be had in /dev/shm or for temporary files\n");
+        return 77;
+    }
+    ::setenv("HOME", home.c_str(), 1);
+    ::setenv("XDG_DATA_HOME", (home + "/data").c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", (home + "/config").c_str(), 1);
+
+    struct stat here = {};
+    struct stat there = {};
+    const bool areTwoDisks = ::stat(home.c_str(), &here) == 0 &&
+                             ::stat(other.c_str(), &there) == 0 && here.st_dev != there.st_dev;
+
+    int problems = 0;
+    for (const Operation &operation : fileOperations()) {
+        if (!wanted.isEmpty() && !wanted.contains(QString::fromStdString(operation.name)))
+            continue;
+        if (operation.needsTwoDisks && !areTwoDisks) {
+            std::printf("%s: SKIPPED, /dev/shm and the temporary files share a file system\n",
+                        operation.name.c_str());
+            continue;
+        }
+        Trial trial(operation, {home, other});
+        inFull ? trial.inFull() : trial.inShort();
+        std::printf("%s: %d runs, %d problems\n", operation.name.c_str(), trial.runs,
+                    trial.problems);
+        problems += trial.problems;
+    }
+    fs::remove_all(home);
+    fs::remove_all(other);
+    return problems == 0 ? 0 : 1;
+}
