@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <clocale>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +25,12 @@ void NumbersTest::areTheSameUnderEveryLocale()
     QCOMPARE(leadingNumber(u" \n\t29.97 fps"_s), 29.97F);
     QCOMPARE(leadingNumber(u"-1.5e2x"_s), -150.0F);
     QCOMPARE(leadingNumber(u"3,9"_s), 3.0F);
-    QCOMPARE(leadingNumber(u"inf seconds"_s), 0.0F);
+    for (const QString &none :
+         {u""_s, u"."_s, u"+"_s, u" \n"_s, u"e1"_s, u"inf seconds"_s, u"0x10"_s})
+        QCOMPARE(leadingNumber(none), 0.0F);
+    QCOMPARE(leadingNumber(u"+5.e"_s), 5.0F);
+    QCOMPARE(leadingNumber(u".5e-"_s), 0.5F);
+    QCOMPARE(leadingNumber(u"1e400"_s), std::numeric_limits<float>::infinity());
     QCOMPARE(secondsText(u"1"_s, u"4"_s), u"0.2"_s); // a tie goes to the even digit
     QCOMPARE(secondsText(u"1234567"_s, u"1"_s), u"1234567.0"_s);
     QCOMPARE(secondsText(u"-250"_s, u""_s), u"-inf"_s);
