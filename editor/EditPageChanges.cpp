@@ -19,7 +19,7 @@ void EditPage::addElements()
 {
     const QString path = input1->text();
     Result<ProjectDocument> document = openProjectDocument(path);
-    const QStringList themes = nodeValues(document, u"//theme"_s);
+    const QStringList themes = nodeValues(document, {"theme"}).front();
     if (const auto theme = firstValue(themes)) {
         textField1->setText(*theme);
         diagnosticLog(themes);

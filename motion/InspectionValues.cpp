@@ -8,17 +8,9 @@ using namespace Qt::StringLiterals;
 
 InspectionValues readInspectionValues(const Result<ProjectDocument> &document)
 {
-    if (!document)
-        return {};
-    const auto elements = elementsNamed(
-        *document, {"theme", "frameRate", "duration", "width", "height", "pixelAspectRatio"});
-    const auto values = [&](std::size_t fact) {
-        QStringList texts;
-        for (const pugi::xml_node element : elements[fact])
-            texts.append(stringValue(element));
-        return texts;
-    };
-    return {values(0), values(1), values(2), values(3), values(4), values(5)};
+    const std::vector<QStringList> values = nodeValues(
+        document, {"theme", "frameRate", "duration", "width", "height", "pixelAspectRatio"});
+    return {values[0], values[1], values[2], values[3], values[4], values[5]};
 }
 
 QString secondsText(const QString &framesText, const QString &frameRateText)

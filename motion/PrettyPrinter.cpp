@@ -3,6 +3,7 @@
 #include <QStringDecoder>
 #include <QStringEncoder>
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -113,6 +114,10 @@ private:
     char *m_end = m_next + m_buffer.size();
 };
 
+/// Deeper than Motion nests. Without an end to it a megabyte of small elements could grow to
+/// hundreds.
+constexpr int deepestIndentation = 64;
+
 class Printer
 {
 public:
@@ -179,6 +184,8 @@ private:
             m_output.put(">");
             printContent(child);
             printBetween("</", name, ">");
+        } else if (m_document.isPairOfTags(element)) {
+            printBetween("></", name, ">");
         } else {
             m_output.put("/>");
         }
@@ -202,9 +209,6 @@ private:
     /// none.
     [[nodiscard]] bool holdText(pugi::xml_node child) const
     {
-        const auto isText = [](pugi::xml_node node) {
-            return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
-        };
         if (!m_document.hasMixedContent())
             return isText(child);
         while (child && !isText(child))
@@ -217,7 +221,7 @@ private:
         if (!m_indented)
             return;
         m_output.put("\n");
-        for (int level = 0; level < m_level; ++level)
+        for (int level = 0; level < std::min(m_level, deepestIndentation); ++level)
             m_output.put("\t");
     }
 

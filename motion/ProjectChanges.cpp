@@ -1,7 +1,7 @@
 #include "ProjectChanges.h"
 
+#include <algorithm>
 #include <iterator>
-#include <set>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -30,34 +30,30 @@ QByteArray storable(const QString &text)
     return kept.toUtf8();
 }
 
-bool isInsideOneOf(const std::set<pugi::xml_node> &elements, pugi::xml_node node)
-{
-    do
-        node = node.parent();
-    while (node && !elements.contains(node));
-    return !node.empty();
-}
-
 void setText(pugi::xml_node element, const QByteArray &text)
 {
     element.remove_children();
-    if (!text.isEmpty())
-        element.text().set(text.constData());
+    element.text().set(text.constData());
 }
 
-/// Gives the elements their texts, one after the other. An element that stands inside an earlier
-/// one goes with that one's old content, so it is left alone.
-void setTexts(const std::vector<pugi::xml_node> &elements, const QStringList &texts)
+bool isInside(pugi::xml_node element, pugi::xml_node other)
 {
-    std::set<pugi::xml_node> earlier;
-    std::vector<std::pair<pugi::xml_node, QByteArray>> changes;
-    for (std::size_t index = 0; index < elements.size(); ++index) {
-        if (!isInsideOneOf(earlier, elements[index]))
-            changes.emplace_back(elements[index], storable(texts[static_cast<qsizetype>(index)]));
-        earlier.insert(elements[index]);
-    }
-    for (const auto &[element, text] : changes)
-        setText(element, text);
+    do
+        element = element.parent();
+    while (element && element != other);
+    return !element.empty();
+}
+
+/// Gives the elements their texts. One that stands inside another one goes with that one's content.
+void setTexts(const std::vector<std::pair<pugi::xml_node, QString>> &texts)
+{
+    std::vector<std::pair<pugi::xml_node, QString>> staying;
+    std::copy_if(texts.begin(), texts.end(), std::back_inserter(staying), [&](const auto &text) {
+        return std::none_of(texts.begin(), texts.end(),
+                            [&](const auto &other) { return isInside(text.first, other.first); });
+    });
+    for (const auto &[element, text] : staying)
+        setText(element, storable(text));
 }
 
 } // namespace
@@ -80,7 +76,9 @@ Outcome insertTheme(ProjectDocument &document)
 int setTheme(ProjectDocument &document, const QString &text)
 {
     const std::vector<pugi::xml_node> themes = elementsNamed(document, {"theme"}).front();
-    setTexts(themes, QStringList(static_cast<qsizetype>(themes.size()), text));
+    const QByteArray stored = storable(text);
+    // From the last to the first: one that stands inside another one goes with that one's content.
+    std::for_each(themes.rbegin(), themes.rend(), [&](auto theme) { setText(theme, stored); });
     return static_cast<int>(themes.size());
 }
 
@@ -95,8 +93,9 @@ ConformMatches conformFirstTriple(ProjectDocument &document,
     if (!matches.anyTriple)
         return matches;
     if (rate) {
-        setTexts({rates.front(), durations.front(), flags.front()},
-                 {rate->frameRate, rate->frames, u"0"_s});
+        setTexts({{rates.front(), rate->frameRate},
+                  {durations.front(), rate->frames},
+                  {flags.front(), u"0"_s}});
     }
     matches.moreTriples = flags.size() > 1;
     if (!matches.moreTriples && (rates.size() > 1 || durations.size() > 1)) {

@@ -19,7 +19,7 @@ Result<QByteArray> decoded(QByteArray file, const XmlEncoding &encoding)
             file.remove(0, 3);
         return file;
     }
-    if (file.size() % 2 != 0)
+    if (encoding.form != QStringConverter::Latin1 && file.size() % 2 != 0)
         return Failure{u"half a character at the end"_s};
     const QString characters = QStringDecoder(encoding.form)(file);
     file.clear();
@@ -34,16 +34,12 @@ bool isBlank(pugi::xml_node node)
            std::string_view(node.value()).find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
-bool isText(pugi::xml_node node)
-{
-    return node.type() == pugi::node_cdata || (node.type() == pugi::node_pcdata && !isBlank(node));
-}
-
 /// Of a tree with all its blanks: takes away those that only lay it out.
 void dropBlanksBetweenNodes(pugi::xml_node parent)
 {
     const auto children = parent.children();
-    if (std::any_of(children.begin(), children.end(), isText) ||
+    const auto isMore = [](pugi::xml_node node) { return isText(node) && !isBlank(node); };
+    if (std::any_of(children.begin(), children.end(), isMore) ||
         (isBlank(parent.first_child()) && parent.first_child() == parent.last_child()))
         return;
     for (pugi::xml_node child = parent.first_child(); child;) {
@@ -73,7 +69,52 @@ void collectElements(pugi::xml_node parent, std::initializer_list<std::string_vi
     }
 }
 
+/// Adds the texts in a node, and answers how many nodes there are in it.
+qsizetype addText(pugi::xml_node parent, std::string &text)
+{
+    qsizetype nodes = 0;
+    for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling()) {
+        if (isText(child))
+            text += child.value();
+        nodes += 1 + addText(child, text);
+    }
+    return nodes;
+}
+
+/// The string values of the elements: the first one, and others while they are no work.
+QStringList values(const std::vector<pugi::xml_node> &elements)
+{
+    constexpr qsizetype enough = 64 * 1024; // a line of the log is no longer
+    QStringList values;
+    qsizetype work = 0; // in characters and nodes
+    for (auto element = elements.begin(); element != elements.end() && work < enough; ++element) {
+        std::string text;
+        work += 1 + addText(*element, text);
+        values.append(QString::fromStdString(text));
+        work += values.last().size();
+    }
+    return values;
+}
+
+/// The declaration as it is written back: other names of UTF-8, and encodings that are read but not
+/// written, give way to its own.
+QByteArray rewrittenDeclaration(const XmlOutline &outline)
+{
+    QByteArray declaration(outline.declaration.data(),
+                           static_cast<qsizetype>(outline.declaration.size()));
+    const QByteArray name(outline.encoding.data(), static_cast<qsizetype>(outline.encoding.size()));
+    const QByteArray known = name.toUpper();
+    if (!name.isEmpty() && known != "UTF-8" && !known.startsWith("UTF-16"))
+        declaration.replace(declaration.lastIndexOf(name), name.size(), "UTF-8");
+    return declaration;
+}
+
 } // namespace
+
+bool ProjectDocument::isPairOfTags(pugi::xml_node element) const
+{
+    return std::binary_search(m_emptyPairs.begin(), m_emptyPairs.end(), element.offset_debug());
+}
 
 Result<ProjectDocument> openProjectDocument(const QString &path)
 {
@@ -88,15 +129,17 @@ Result<ProjectDocument> openProjectDocument(const QString &path)
     Result<QByteArray> text = decoded(std::move(file->content), document.m_encoding);
     if (!text)
         return Failure{text.reason()};
-    const Result<XmlOutline> outline =
+    Result<XmlOutline> outline =
         checkWellFormed({text->constData(), static_cast<std::size_t>(text->size())});
     if (!outline)
         return Failure{outline.reason()};
-    if (!document.m_encoding.isNamed(outline->declaredEncoding))
-        return Failure{u"an encoding other than UTF-8 and UTF-16, or not the declared one"_s};
-    document.m_declaration = QByteArray(outline->declaration.data(),
-                                        static_cast<qsizetype>(outline->declaration.size()));
+    if (!document.m_encoding.isNamed(outline->encoding, *text))
+        return Failure{u"an encoding that is not read, or not the declared one"_s};
+    document.m_declaration = rewrittenDeclaration(*outline);
+    if (document.m_encoding.form == QStringConverter::Latin1)
+        document.m_encoding.form = QStringConverter::Utf8;
     document.m_mixedContent = outline->mixedContent;
+    document.m_emptyPairs = std::move(outline->emptyPairs);
 
     // From here on the text is the tree's: it is parsed where it stands.
     document.m_text = std::move(*text);
@@ -114,20 +157,9 @@ Result<ProjectDocument> openProjectDocument(const QString &path)
     return document;
 }
 
-QStringList nodeValues(const Result<ProjectDocument> &document, const QString &query)
+bool isText(pugi::xml_node node)
 {
-    QStringList values;
-    if (!document)
-        return values;
-    try {
-        pugi::xpath_node_set nodes = document->root().select_nodes(query.toUtf8().constData());
-        nodes.sort();
-        for (const pugi::xpath_node &node : nodes)
-            values.append(stringValue(node));
-    } catch (const pugi::xpath_exception &) {
-        // No query, or one that finds no nodes but a number or a text.
-    }
-    return values;
+    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
 }
 
 ElementsByName elementsNamed(const ProjectDocument &document,
@@ -138,10 +170,15 @@ ElementsByName elementsNamed(const ProjectDocument &document,
     return elements;
 }
 
-QString stringValue(const pugi::xpath_node &node)
+std::vector<QStringList> nodeValues(const Result<ProjectDocument> &document,
+                                    std::initializer_list<std::string_view> names)
 {
-    static const pugi::xpath_query value("string()");
-    return QString::fromStdString(value.evaluate_string(node));
+    std::vector<QStringList> lists(names.size());
+    if (document) {
+        const ElementsByName elements = elementsNamed(*document, names);
+        std::transform(elements.begin(), elements.end(), lists.begin(), values);
+    }
+    return lists;
 }
 
 std::optional<QString> firstValue(const QStringList &values)

@@ -24,11 +24,15 @@ public:
     [[nodiscard]] pugi::xml_node tree() const { return m_tree.root(); }
     [[nodiscard]] XmlEncoding encoding() const { return m_encoding; }
 
-    /// The XML declaration as it stands in the file; empty when the file has none.
+    /// The XML declaration as it stands in the file, but for the name of an encoding that is not
+    /// written; empty when the file has none.
     [[nodiscard]] const QByteArray &declaration() const { return m_declaration; }
 
     /// Whether an element may hold text beside other nodes: Motion writes none that does.
     [[nodiscard]] bool hasMixedContent() const { return m_mixedContent; }
+
+    /// Whether an element without content was read as a start and an end tag.
+    [[nodiscard]] bool isPairOfTags(pugi::xml_node element) const;
 
 private:
     friend Result<ProjectDocument> openProjectDocument(const QString &path);
@@ -39,18 +43,15 @@ private:
     XmlEncoding m_encoding;
     QByteArray m_declaration;
     bool m_mixedContent = false;
+    std::vector<std::ptrdiff_t> m_emptyPairs; // where their names begin in the text, ascending
     // The file as it was last read or written: no part of the document, but what it may replace.
     mutable std::optional<FileVersion> m_version;
 };
 
 /// Reads the whole file. There is no document when it is no regular file (a fifo or a device is
-/// not waited for), is not well-formed XML in UTF-8 or UTF-16, has a document type with an
-/// internal subset, or nests deeper than 1,024 levels. Nothing outside the file is ever read.
+/// not waited for), is not well-formed XML in UTF-8, UTF-16 or ISO-8859-1, has a document type with
+/// an internal subset, or nests deeper than 1,024 levels. Nothing outside the file is ever read.
 Result<ProjectDocument> openProjectDocument(const QString &path);
-
-/// The string values of all nodes that an XPath 1.0 query finds, in document order; the root
-/// element is the context node. Empty without a document, and when the query is none.
-QStringList nodeValues(const Result<ProjectDocument> &document, const QString &query);
 
 /// Elements in document order, by the place that their name has among the names asked for.
 using ElementsByName = std::vector<std::vector<pugi::xml_node>>;
@@ -60,13 +61,19 @@ using ElementsByName = std::vector<std::vector<pugi::xml_node>>;
 ElementsByName elementsNamed(const ProjectDocument &document,
                              std::initializer_list<std::string_view> names);
 
-/// As XPath defines it: of an element its text and that of everything in it.
-QString stringValue(const pugi::xpath_node &node);
+/// Whether a node is text, in a CDATA section or not.
+bool isText(pugi::xml_node node);
+
+/// The string values of these elements, a list for each name: of an element its text and that of
+/// everything in it. Of values that are more than a line of the log would hold, only those at the
+/// beginning; the first one is whole. The lists are empty without a document.
+std::vector<QStringList> nodeValues(const Result<ProjectDocument> &document,
+                                    std::initializer_list<std::string_view> names);
 
 /// Nothing when the list is empty: the action that needs the value ends there.
 std::optional<QString> firstValue(const QStringList &values);
 
-/// Writes the document pretty-printed, in the encoding that it was read in. The file is replaced
-/// whole once everything is on the disk, or stays as it was (WholeFile.h): also when another
-/// program has written to it or replaced it since it was opened or last saved here.
+/// Writes the document pretty-printed, in the UTF-8 or UTF-16 that it was read in. The file is
+/// replaced whole once everything is on the disk, or stays as it was (WholeFile.h): also when
+/// another program has written to it or replaced it since it was opened or last saved here.
 Outcome saveProjectDocument(const ProjectDocument &document, const QString &path);

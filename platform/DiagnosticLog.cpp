@@ -17,5 +17,9 @@ void diagnosticLog(const QString &message)
 
 void diagnosticLog(const QStringList &values)
 {
-    diagnosticLog(u"("_s + values.join(", "_L1) + u")"_s);
+    constexpr qsizetype longest = 64 * 1024; // a file can hold thousands of long values
+    QString line = u"("_s + values.join(", "_L1) + u")"_s;
+    if (line.size() > longest)
+        line = line.first(longest) + u" ..."_s;
+    diagnosticLog(line);
 }

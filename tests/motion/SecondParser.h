@@ -2,10 +2,10 @@
 
 #include <QByteArray>
 
-// What two other XML parsers say, both of which conform to the recommendation. Namespaces are not
-// looked at, and nothing but the text itself is read.
+// What libxml2 says, which conforms to the recommendation too. Namespaces are not looked at, and
+// nothing but the text itself is read.
 
-bool bothAccept(const QByteArray &text);
+bool libxmlAccepts(const QByteArray &text);
 
 /// The content of a document in canonical form, as libxml2 writes it: all nodes, texts and
 /// attributes, but neither the declaration nor the document type. Blanks between nodes are left
