@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class QUrl;
+
 /// Paths as text, with "/" between their components. Nothing here looks at the disk.
 namespace Path {
 
@@ -24,5 +26,14 @@ QString joined(const QString &folder, const QString &component);
 
 /// A leading "~" as the home folder of this moment; every other path as it is.
 QString expandingTilde(const QString &path);
+
+/// The path of a file's address, without a trailing "/": "/a/Glow" of "file:///a/Glow/". The host
+/// may be one of this machine's own names. Empty for any other address: it is no file of this
+/// machine.
+QString ofAddress(const QUrl &address);
+
+/// The path that a pasted text means: one that stands in quotes or between blanks or line ends, or
+/// that is written as a file's address. Any other text, a part of a path say, as it is.
+QString ofPasted(const QString &text);
 
 } // namespace Path

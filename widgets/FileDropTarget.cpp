@@ -1,6 +1,7 @@
 #include "FileDropTarget.h"
 
 #include "platform/DiagnosticLog.h"
+#include "platform/Path.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -10,13 +11,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The dropped files' full paths; a web address is no file.
+/// The dropped files' full paths; a web address and a file of another machine are none.
 QStringList fileNames(const QMimeData &mimeData)
 {
     QStringList paths;
     for (const QUrl &url : mimeData.urls()) {
-        if (url.isLocalFile())
-            paths << url.adjusted(QUrl::StripTrailingSlash).toLocalFile();
+        const QString path = Path::ofAddress(url);
+        if (!path.isEmpty())
+            paths << path;
     }
     return paths;
 }
