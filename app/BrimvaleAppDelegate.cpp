@@ -10,6 +10,7 @@
 #include "platform/FileTree.h"
 #include "settings/SettingsStore.h"
 #include "widgets/Focus.h"
+#include "widgets/Legibility.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -43,6 +44,7 @@ void BrimvaleAppDelegate::buildWindows()
 {
     Q_INIT_RESOURCE(brimvale);
     QApplication::setWindowIcon(applicationIcon());
+    keepPlaceholdersLegible(this);
 
     mWindow = std::make_unique<QMainWindow>();
     setupUi(mWindow.get());

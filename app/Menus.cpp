@@ -111,6 +111,9 @@ void BrimvaleAppDelegate::wireEditMenu()
     edit(redoItem, &QLineEdit::redo);
     edit(cutItem, &QLineEdit::cut);
     edit(copyItem, &QLineEdit::copy);
-    edit(pasteItem, &QLineEdit::paste);
     edit(selectAllItem, &QLineEdit::selectAll);
+    connect(pasteItem, &QAction::triggered, mWindow.get(), [] {
+        if (QLineEdit *field = focusedField())
+            QMetaObject::invokeMethod(field, "paste"); // a field may have a way of its own
+    });
 }

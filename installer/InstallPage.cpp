@@ -3,12 +3,11 @@
 #include "SubCategorySheet.h"
 #include "platform/Alert.h"
 #include "platform/Path.h"
-#include "widgets/ElidedLabel.h"
 #include "widgets/Focus.h"
+#include "widgets/FolderChooser.h"
 #include "widgets/ProgressAnimation.h"
 
 #include <QButtonGroup>
-#include <QFileDialog>
 #include <QIcon>
 #include <QShortcut>
 
@@ -55,9 +54,8 @@ void InstallPage::wireControls()
     }
 
     connect(this, &dropZone::hovered, installHint, &DropHint::setHighlighted);
-    connect(input, &QLineEdit::textChanged, input,
-            [this](const QString &path) { input->setToolTip(toolTipOf(path)); });
     connect(input, &QLineEdit::returnPressed, this, &InstallPage::setPathEnter);
+    connect(input, &QLineEdit::editingFinished, this, &InstallPage::leaveInput);
     connect(clearButton, &QAbstractButton::clicked, this, &InstallPage::clearInputs);
     connect(mSendButton, &QAbstractButton::clicked, this, &InstallPage::moveAndClose);
     connect(mNewCatButton, &QAbstractButton::clicked, this, &InstallPage::createCategory);
@@ -94,7 +92,7 @@ void InstallPage::updateText(const QString &path)
     makeFirstResponder(window(), nullptr);
     enableInstallButtons(true);
     if (!Path::extension(path).isEmpty()) {
-        input->clear();
+        forget(input);
         test->setText(Path::lastComponent(input->text()));
         enableInstallButtons(false);
         runAlert(window(), tr("Template Error!"),
@@ -105,19 +103,18 @@ void InstallPage::updateText(const QString &path)
 void InstallPage::clearInputs()
 {
     test->clear();
-    input->clear();
+    forget(input);
     enableInstallButtons(false);
 }
 
 void InstallPage::doOpen()
 {
+    const FolderChooser::Texts texts{tr("Folder Selector"), tr("Select Motion Content Folder ..."),
+                                     tr("Add")};
     auto *selector =
-        new QFileDialog(window(), tr("Folder Selector"), Path::expandingTilde(u"~/Desktop"_s));
+        new FolderChooser(window(), texts, u"~/Desktop"_s, FolderChooser::Start::IsOnlyTheStart);
     selector->setAttribute(Qt::WA_DeleteOnClose);
-    selector->setFileMode(QFileDialog::Directory);
-    selector->setOptions(QFileDialog::ShowDirsOnly | QFileDialog::ReadOnly);
-    selector->setLabelText(QFileDialog::Accept, tr("Add"));
-    selector->setLabelText(QFileDialog::LookIn, tr("Select Motion Content Folder ..."));
+    selector->setOption(QFileDialog::ReadOnly);
     connect(selector, &QFileDialog::filesSelected, this, [this](const QStringList &paths) {
         for (const QString &path : paths) {
             input->setText(path);
@@ -125,7 +122,6 @@ void InstallPage::doOpen()
             enableInstallButtons(true);
         }
     });
-    selector->resize(820, 520); // room for the message beside the folder
     selector->open();
 }
 
@@ -134,6 +130,13 @@ void InstallPage::setPathEnter()
     setFocusRing(input, FocusRing::None);
     makeFirstResponder(window(), hidden);
     test->setText(Path::lastComponent(input->text()));
+}
+
+/// A name that is not the path's would have another folder installed than the one shown.
+void InstallPage::leaveInput()
+{
+    if (input->isModified())
+        test->setText(Path::lastComponent(input->text()));
 }
 
 void InstallPage::enableInstallButtons(bool enabled)

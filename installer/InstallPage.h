@@ -52,6 +52,7 @@ protected:
 private:
     void wireControls();
     void enableInstallButtons(bool enabled);
+    void leaveInput();
     [[nodiscard]] const TemplateCategory *selectedCategory() const;
     static void moveTemplate(const FileTree::Item &source, const QString &folder);
 

@@ -25,12 +25,13 @@ void InstallPage::moveAndClose()
                  Path::expandingTilde(category->path));
     timer->start(7ms);
     deliverUserNotification(tr("Operation Successful"), category->installedText);
-    input->clear();
+    forget(input);
     test->clear();
 }
 
 void InstallPage::createCategory()
 {
+    leaveInput(); // a shortcut opens the sheet without taking the keyboard from the field
     catSheet->createCategory(input->text(), test->text(), selectedCategory());
 }
 
@@ -49,7 +50,7 @@ void InstallPage::generateCustomFolder()
     moveTemplate(catSheet->source(), subCategory);
 
     catSheet->setDone();
-    input->clear();
+    forget(input);
     test->clear();
     timer->start(7ms);
     deliverUserNotification(tr("Operation Successful"), category->customInstalledText);

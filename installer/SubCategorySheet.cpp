@@ -20,7 +20,7 @@ void SubCategorySheet::createCategory(const QString &path, const QString &name,
                                       const TemplateCategory *category)
 {
     setFocusRing(textField, FocusRing::Default);
-    textField->clear();
+    forget(textField);
     mirroredPath->setText(path);
     theReQueue->setText(name);
     if (category)
@@ -52,5 +52,5 @@ void SubCategorySheet::setDone()
 {
     mirroredPath->clear();
     theReQueue->setText(tr("Done"));
-    textField->clear();
+    forget(textField);
 }

@@ -43,7 +43,7 @@ public:
 
 QString toolTipOf(const QString &text)
 {
-    return u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s;
+    return text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s;
 }
 
 ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
@@ -63,7 +63,11 @@ QSize ElidedLabel::sizeHint() const
 
 QSize ElidedLabel::minimumSizeHint() const
 {
-    return {fontMetrics().averageCharWidth() * 8, sizeHint().height()};
+    const int space = width() - textArea().width();
+    int widest = fontMetrics().averageCharWidth() * 8;
+    for (const QString &each : {m_placeholderText, m_roomFor})
+        widest = qMax(widest, fontMetrics().horizontalAdvance(each) + space);
+    return {widest, sizeHint().height()};
 }
 
 void ElidedLabel::contextMenuEvent(QContextMenuEvent *event)

@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-/// A tool tip that shows this text as it stands, in lines that fit the screen.
+/// A tool tip that shows this text as it stands, in lines that fit the screen; none for no text.
 QString toolTipOf(const QString &text);
 
 /// A text on one line, a path above all: shortened in the middle where it is too long, whole in
@@ -25,6 +25,9 @@ public:
     [[nodiscard]] bool hasPaper() const { return m_hasPaper; }
     void setPaper(bool paper) { m_hasPaper = paper; }
 
+    /// A text that is never shortened; the placeholder is none either.
+    void setRoomFor(const QString &text) { m_roomFor = text; }
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -37,5 +40,6 @@ private:
     [[nodiscard]] QRect textArea() const;
 
     QString m_placeholderText;
+    QString m_roomFor;
     bool m_hasPaper = false;
 };

@@ -1,6 +1,6 @@
 #include "Focus.h"
 
-#include <QWidget>
+#include <QLineEdit>
 
 void setFocusRing(QWidget *control, FocusRing ring)
 {
@@ -14,6 +14,11 @@ void makeFirstResponder(QWidget *window, QWidget *control)
         control->setFocus();
     else if (QWidget *focused = window->focusWidget())
         focused->clearFocus();
+}
+
+void forget(QLineEdit *field)
+{
+    field->setText(QString());
 }
 
 void makeKeyAndOrderFront(QWidget *window)

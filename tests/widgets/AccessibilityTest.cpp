@@ -127,6 +127,8 @@ void AccessibilityTest::namesEveryControl()
             label && !label->text().isEmpty() && label->textFormat() != Qt::RichText;
         QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(each);
         const QString name = accessible ? accessible->text(QAccessible::Name) : QString();
+        if (accessible)
+            QVERIFY(!accessible->text(QAccessible::Description).contains(u'<'));
         if (isText)
             QCOMPARE(name, QString(label->text()).remove(u'&'));
         else if (isControl && !(label && label->text().isEmpty()))
