@@ -13,6 +13,20 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+namespace {
+
+std::unique_ptr<QMimeData> filesAt(const QStringList &paths)
+{
+    QList<QUrl> urls;
+    for (const QString &path : paths)
+        urls << QUrl::fromLocalFile(path);
+    auto data = std::make_unique<QMimeData>();
+    data->setUrls(urls);
+    return data;
+}
+
+} // namespace
+
 RunningProgram::RunningProgram()
 {
     m_delegate.applicationDidFinishLaunching();
@@ -84,12 +98,22 @@ Qt::DropAction RunningProgram::drop(const QString &name, const QMimeData &data,
 
 Qt::DropAction RunningProgram::dropFiles(const QString &name, const QStringList &paths) const
 {
-    QList<QUrl> urls;
-    for (const QString &path : paths)
-        urls << QUrl::fromLocalFile(path);
-    QMimeData data;
-    data.setUrls(urls);
-    return drop(name, data);
+    return drop(name, *filesAt(paths));
+}
+
+void RunningProgram::drag(const QString &name, const QStringList &paths) const
+{
+    const auto files = filesAt(paths);
+    const auto *control = find<QWidget>(name);
+    QDragEnterEvent enter(control->mapTo(control->window(), control->rect().center()),
+                          Qt::LinkAction, files.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(control->window()->windowHandle(), &enter);
+}
+
+void RunningProgram::leave(const QString &name) const
+{
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(find<QWidget>(name)->window()->windowHandle(), &leave);
 }
 
 void RunningProgram::chooseTitle(const QString &path) const

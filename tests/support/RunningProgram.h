@@ -38,6 +38,9 @@ public:
                         Qt::DropActions allowed = Qt::CopyAction | Qt::MoveAction |
                                                   Qt::LinkAction) const;
     Qt::DropAction dropFiles(const QString &name, const QStringList &paths) const;
+    /// Drags files there, and out of the window again.
+    void drag(const QString &name, const QStringList &paths) const;
+    void leave(const QString &name) const;
 
     /// Drops a folder on the Install module and selects Titles.
     void chooseTitle(const QString &path) const;

@@ -1,0 +1,160 @@
+#include "tests/motion/MotionFixtures.h"
+#include "tests/support/ChangeTable.h"
+
+using namespace Qt::StringLiterals;
+
+/// Every action of the Edit side, and all that it changes.
+class EditPageTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void changes_data();
+    void changes();
+};
+
+void EditPageTest::changes_data()
+{
+    ChangeTable::addRows(R"(
+edit := segment segController 1
+loaded := segment segController 1, drop editHint Glow.motn
+renaming := segment segController 1, drop editHint Glow.motn, click renameButton
+enabled := on conformButton element frPopup renameButton setButton tClearButton; off oFile; show orgButton
+disabled := off conformButton element frPopup setButton tClearButton; on oFile; hide orgButton
+facts := ring element; focus element; parText=Square; resOutput=1920x1080; secFloat=10.0; theDuration=10.0 seconds; theFrameRate=29.97; theFrames=300
+noTheme := textField1 #0000ff; textField1=Template does not include Theme reference ...
+refused := alert Project File Error! / This Edit module only accepts Motion Project files ... / warning / OK
+cleared := off conformButton element frPopup renameButton setButton tClearButton; on oFile; unring element; display=; focus openTemplatesRootFolder; input1=; parText=; resOutput=; secFloat=; statusImage=; textField1=; theDuration=; theFrameRate=; theFrames=; typeText=
+edit | drop editHint Glow.motn |
+        $facts; $enabled; $noTheme; display=Glow; input1=~/Glow.motn;
+        log Dragged files / ~/Glow.motn / (29.97) / (300); statusImage=mDocument.png; typeText=motn
+edit | panel, menu openFileItem | on renameButton; panel Open / &Open / Look in:
+edit | panel Glow.motn, click oFile |
+        on renameButton; panel Open / &Open / Look in:; $facts; $noTheme;
+        on conformButton element frPopup setButton tClearButton; off oFile; show orgButton;
+        display=Glow; input1=~/Glow.motn; log (29.97) / (300); statusImage=mDocument.png;
+        typeText=motn
+edit | panel Other.mov, click oFile | on renameButton; panel Open / &Open / Look in:
+edit | drag editHint Glow.motn | light editHint
+edit, drag editHint Glow.motn | leave editHint | dim editHint
+edit | drop editHint Bare.moti |
+        $enabled; $noTheme; ring element; display=Bare; focus element; input1=~/Bare.moti;
+        log Dragged files / ~/Bare.moti / (25) / (300); parText=Square; resOutput=1920x1080;
+        secFloat=12.0; statusImage=mTitle.png; theDuration=12.0 seconds; theFrameRate=25;
+        theFrames=300; typeText=moti
+edit | drop editHint Themed.moef |
+        $facts; $enabled; display=Themed; input1=~/Themed.moef;
+        log Dragged files / ~/Themed.moef / (Old, Other) / (29.97) / (300); statusImage=mEffect.png;
+        textField1=Old; typeText=moef
+loaded | drop editHint Themed.moef |
+        display=Themed; input1=~/Themed.moef;
+        log Dragged files / ~/Themed.moef / (Old, Other) / (29.97) / (300); statusImage=mEffect.png;
+        textField1 #000000; textField1=Old; typeText=moef
+loaded | drop editHint Broken.motr |
+        display=Broken; input1=~/Broken.motr; log Dragged files / ~/Broken.motr;
+        statusImage=mTransition.png; typeText=motr
+loaded | drop editHint Halfway.motr |
+        display=Halfway; input1=~/Halfway.motr;
+        log Dragged files / ~/Halfway.motr / (29.97) / (450); secFloat=15.0;
+        statusImage=mTransition.png; theDuration=15.0 seconds; theFrames=450; typeText=motr
+edit, drop editHint Bare.moti | drop editHint Other.mov |
+        $disabled; display=; input1=~/Other.mov; log Dragged files / ~/Other.mov; textField1=;
+        typeText=; unfocus mWindow; $refused
+loaded | drop editHint LOUD.MOTN |
+        $disabled; display=; input1=~/LOUD.MOTN; log Dragged files / ~/LOUD.MOTN; textField1=;
+        typeText=; unfocus mWindow; $refused; log (60) / (300); secFloat=5.0;
+        theDuration=5.0 seconds; theFrameRate=60
+edit | drop editHint Glow.motn Folder Themed.moef |
+        on renameButton; ring element; input1=~/Folder;
+        log Dragged files / ~/Glow.motn / (29.97) / (300) / ~/Folder; parText=Square;
+        resOutput=1920x1080; secFloat=10.0; statusImage=mDocument.png; textField1 #0000ff;
+        theDuration=10.0 seconds; theFrameRate=29.97; theFrames=300; unfocus mWindow; $refused
+loaded | click tClearButton | $cleared; hide orgButton
+loaded, click orgButton, rest | menu clearEditorItem | $cleared; dateTextField=; wasArchived=
+loaded | segment segController 0 |
+        show addButton; hide renameButton; focus input; segController=0; theTabView=0
+loaded, segment segController 0 | menu editModeItem |
+        off renameButton; show renameButton; hide addButton; focus element; segController=1;
+        theTabView=1
+loaded | pick frPopup 4, menu conformItem |
+        hide orgButton; run progressBarT; theFrameRate=25; theFrames=250; write Glow.motn
+loaded, click conformButton, rest | pick frPopup 2, click conformButton |
+        show progressBarT; run progressBarT; theFrameRate=23.98; theFrames=239.8; wasArchived=;
+        write Glow.motn
+loaded, click orgButton, rest | click conformButton |
+        run progressBarT; hide progressBarT; dateTextField=; wasArchived=Choose Framerate; write Glow.motn
+edit, drop editHint Twice.motn | pick frPopup 9, click conformButton |
+        run progressBarT; hide orgButton progressBarT; theFrameRate=60; theFrames=600; wasArchived=Choose Framerate;
+        write Twice.motn
+edit, drop editHint Bare.moti | pick frPopup 4, click conformButton | hide orgButton; frPopup=4
+edit, drop editHint Broken.motr | click conformButton |
+loaded | type element A & B, click setButton |
+        run progressBarT; hide orgButton; textField1 #000000; textField1=A & B; write Glow.motn
+edit, drop editHint Themed.moef | type element New, menu addElementsItem |
+        hide orgButton; run progressBarT; log (Old, Other); textField1=New; write Themed.moef
+edit, drop editHint Themed.moef, type element New, focus element | key element Return |
+        hide orgButton; run progressBarT; element=; log (Old, Other); textField1=New;
+        write Themed.moef
+edit, drop editHint Broken.motr | click setButton |
+        run progressBarT; hide orgButton; log Could not write document out... / Could not write document out...;
+        textField1 #000000
+edit, drop editHint Small.motn | click setButton |
+loaded | menu backupOriginalItem |
+        run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Glow-DATE.motn; dateTextField=DATE;
+        wasArchived=Original Archived
+loaded, click orgButton, rest | menu writeToFileItem |
+        $cleared; dateTextField=; wasArchived=; write Glow.motn
+loaded, open confirmSheet | click writeToFile |
+        off tClearButton; hide confirmSheet orgButton; display=; input1=; textField1=;
+        write Glow.motn
+loaded, open confirmSheet | click closeConfirmSheet | hide confirmSheet
+loaded, open confirmSheet | close confirmSheet | hide confirmSheet
+loaded | menu raiseRenameSheetItem |
+        show renameSheet; focus newTempplateName; front renameSheet; mWindow=Glow
+renaming, type newTempplateName New | click clearRenameTextField | newTempplateName=
+renaming | click renameTemplate |
+        newNameWarning #2c4cff; newNameWarning=Please append new name For Template or Cancel ...
+renaming, click renameTemplate | click clearRenameTextField | newNameWarning=
+renaming, click renameTemplate | click cancelRenameTemplate |
+        hide renameSheet; mWindow=Brimvale; newNameWarning=
+renaming, type newTempplateName New | key newTempplateName Escape |
+        hide renameSheet; mWindow=Brimvale; newTempplateName=
+renaming, type newTempplateName New | key newTempplateName Return |
+        hide renameSheet; Glow.motn -> New.motn; display=New; input1=~/New.motn; mWindow=Brimvale
+renaming, type newTempplateName New, click renameTemplate | click renameButton |
+        show renameSheet; focus newTempplateName; mWindow=New; newTempplateName=
+renaming, type newTempplateName Themed | click renameTemplate |
+        hide renameSheet; display=Themed; input1=~/Themed.motn; mWindow=Brimvale
+)");
+}
+
+void EditPageTest::changes()
+{
+    const TestHome home;
+    const QByteArray file = motionFile();
+    home.makeFile(u"Glow.motn"_s, file);
+    home.makeFile(
+        u"Themed.moef"_s,
+        QByteArray(file).replace("<scene>", "<theme>Old</theme><theme>Other</theme><scene>"));
+    home.makeFile(u"Themed.motn"_s, "taken");
+    home.makeFile(u"Bare.moti"_s,
+                  QByteArray(file).replace("<NTSC>1</NTSC>", "").replace("29.97", "25"));
+    home.makeFile(u"Twice.motn"_s,
+                  QByteArray(file).replace("<NTSC>1</NTSC>", "<NTSC>1</NTSC><NTSC>1</NTSC>"));
+    home.makeFile(u"Halfway.motr"_s,
+                  QByteArray(file).replace("<height>1080</height>", "").replace("300", "450"));
+    home.makeFile(u"Small.motn"_s, "<ozml><a/></ozml>");
+    home.makeFile(u"Broken.motr"_s, "<ozml");
+    home.makeFile(u"Other.mov"_s, "no XML");
+    home.makeFile(u"LOUD.MOTN"_s, QByteArray(file).replace("29.97", "60"));
+    home.makeFolder(u"Folder"_s);
+    home.makeFolder(u"Documents"_s);
+    ChangeTable::run(home);
+}
+
+int main(int argc, char *argv[])
+{
+    return runTest<QApplication, EditPageTest>(argc, argv);
+}
+
+#include "EditPageTest.moc"
