@@ -71,23 +71,34 @@ void makeTree(const QString &path, int files, qsizetype size)
 
 } // namespace
 
-OwnInput::OwnInput() : m_otherFileSystem(otherFileSystem() + u"/brimvale_bench-XXXXXX"_s)
+void makeInput(const QString &path)
 {
     constexpr qsizetype kilobyte = 1024;
     constexpr qsizetype megabyte = 1024 * kilobyte;
-    const QDir folder(m_folder.path());
+    const QDir folder(path);
     for (const QString &name : {u"files"_s, u"trees"_s, u"out"_s}) {
-        if (!folder.mkdir(name))
+        if (!folder.mkpath(name))
             qFatal("cannot make the folders of the benchmarks");
     }
+    const std::initializer_list<std::pair<QString, qsizetype>> files = {{u"12K"_s, 12 * kilobyte},
+                                                                        {u"128K"_s, 128 * kilobyte},
+                                                                        {u"1M"_s, megabyte},
+                                                                        {u"8M"_s, 8 * megabyte},
+                                                                        {u"64M"_s, 64 * megabyte}};
+    for (const auto &[name, size] : files)
+        writeFile(folder.filePath(u"files/%1.motn"_s.arg(name)), motionFile(size));
+    for (const int count : {20, 200, 2000, 20000})
+        makeTree(folder.filePath(u"trees/%1x4K"_s.arg(count)), count, 4 * kilobyte);
+    makeTree(folder.filePath(u"trees/1000x200K"_s), 1000, 200 * kilobyte);
+    makeTree(folder.filePath(u"trees/4x128M"_s), 4, 128 * megabyte);
+}
+
+OwnInput::OwnInput() : m_otherFileSystem(otherFileSystem() + u"/brimvale_bench-XXXXXX"_s)
+{
+    makeInput(m_folder.path());
     QDir(m_otherFileSystem.path()).mkdir(u"out"_s);
-    writeFile(folder.filePath(u"files/12K.motn"_s), motionFile(12 * kilobyte));
-    writeFile(folder.filePath(u"files/1M.motn"_s), motionFile(megabyte));
-    writeFile(folder.filePath(u"files/64M.motn"_s), motionFile(64 * megabyte));
-    makeTree(folder.filePath(u"trees/20000x4K"_s), 20000, 4 * kilobyte);
-    makeTree(folder.filePath(u"trees/4x64M"_s), 4, 64 * megabyte);
     qputenv("HOME", QFile::encodeName(m_folder.path()));
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder.filePath(u".config"_s)));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder.filePath(u".config"_s)));
 }
 
 Workplace OwnInput::workplace() const

@@ -4,9 +4,12 @@
 
 #include <QTemporaryDir>
 
-/// Input of the benchmarks' shapes in temporary folders, for a run by hand: Motion files and
-/// trees of many small and of few large files. The settings go there too. All of it is removed
-/// in the end.
+/// Fills a folder with input of the benchmarks' shapes: Motion files, and trees of many small and
+/// of few large files.
+void makeInput(const QString &folder);
+
+/// Such input in temporary folders, for a run by hand. The settings go there too. All of it is
+/// removed in the end.
 class OwnInput
 {
 public:

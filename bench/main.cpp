@@ -6,8 +6,13 @@
 
 #include <optional>
 
+/// brimvale_bench --make-input FOLDER: writes the input there and measures nothing.
 int main(int argc, char *argv[])
 {
+    if (argc == 3 && qstrcmp(argv[1], "--make-input") == 0) {
+        makeInput(QString::fromLocal8Bit(argv[2]));
+        return 0;
+    }
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
