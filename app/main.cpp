@@ -10,7 +10,7 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Brimvale"_s);
     QApplication::setApplicationVersion(QStringLiteral(BRIMVALE_VERSION));
-    QApplication::setDesktopFileName(u"brimvale"_s);
+    QApplication::setDesktopFileName(QStringLiteral(BRIMVALE_APPLICATION_ID));
 
     BrimvaleAppDelegate delegate;
     delegate.applicationDidFinishLaunching();

@@ -1,9 +1,9 @@
 #include "UserNotification.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -15,8 +15,8 @@ void deliverUserNotification(const QString &title, const QString &informativeTex
         u"org.freedesktop.Notifications"_s, u"Notify"_s);
     constexpr uint replacesNothing = 0;
     constexpr int serversOwnTimeout = -1;
-    notify << QCoreApplication::applicationName() << replacesNothing << u"brimvale"_s << title
-           << informativeText << QStringList() << QVariantMap{{u"desktop-entry"_s, u"brimvale"_s}}
-           << serversOwnTimeout;
+    const QVariantMap hints{{u"desktop-entry"_s, QGuiApplication::desktopFileName()}};
+    notify << QGuiApplication::applicationName() << replacesNothing << u"brimvale"_s << title
+           << informativeText << QStringList() << hints << serversOwnTimeout;
     QDBusConnection::sessionBus().asyncCall(notify);
 }
