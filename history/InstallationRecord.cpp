@@ -32,8 +32,6 @@ QList<InstallationRecord> installationRecords(const QVariant &installations)
 
 Outcome appendInstallation(const InstallationRecord &record)
 {
-    SettingsStore store;
-    QVariantList installations = store.object(SettingsStore::installations).toList();
-    installations.append(QVariantMap{{recordKey, record.line}});
-    return store.setObject(installations, SettingsStore::installations);
+    return SettingsStore().appendObject(QVariantMap{{recordKey, record.line}},
+                                        SettingsStore::installations);
 }

@@ -2,11 +2,11 @@
 
 #include "platform/Result.h"
 
-#include <QSettings>
 #include <QVariant>
 
-/// The user's settings, kept from one run to the next. Made afresh at every access and not kept;
-/// what was written is on its way to the disk when it goes.
+/// The user's settings, kept from one run to the next. Nothing is kept here: each call reads or
+/// writes what is stored at that moment. What was written is on the disk, or what was there
+/// before still is. Two copies of the program do not lose each other's changes.
 class SettingsStore
 {
 public:
@@ -18,16 +18,15 @@ public:
     /// The history of installations (InstallationRecord.h).
     static constexpr QLatin1StringView installations{"installations"};
 
-    SettingsStore();
-
-    /// An invalid value when the key was never written.
+    /// An invalid value when the key was never written, or cannot be read.
     [[nodiscard]] QVariant object(QLatin1StringView key) const;
+
+    // Nothing is written when what is there cannot be read.
     Outcome setObject(const QVariant &value, QLatin1StringView key);
     Outcome removeObject(QLatin1StringView key);
+    /// Adds to the end of an array, whatever was stored since it was last read.
+    Outcome appendObject(const QVariant &object, QLatin1StringView arrayKey);
 
-    /// Brings everything to the disk now.
+    /// Forces the store to the disk.
     Outcome synchronize();
-
-private:
-    QSettings m_settings;
 };
