@@ -176,16 +176,28 @@ class Screen:
         handle = wait_for("the drag source", lambda: next(
             (each for each in self.windows() if each.name == "Drag me"), None))
         self._rest(handle)
+        self.carry(handle, target, lambda: said("offered") not in (None, "nothing"))
+        action = wait_for("the drop", lambda: said("done"))
+        wait_for("the drag source ends", lambda: source.poll() is not None)
+        return action
+
+    def carry(self, handle, target, is_welcome=None):
+        """Takes a node with the mouse and drops it on another, once that welcomes it; without a word from the source:
+        once the target looks it."""
         x, y = self._middle(target)
+        shot = self._stage.folder / "target.ppm"
+
+        def looks():
+            left, top, width, height = target.rectangle
+            self._stage.run("import", "-window", "root", "-crop", f"{width // 3}x{height // 3}+{left}+{top}", shot)
+            return shot.read_bytes()
+        before = looks()
         self._stage.run("xdotool", "mousemove", *self._middle(handle), "mousedown", "1")
         # A hand moves all the way and does not jump: the last steps are over the target.
         for step in (60, 40, 20, 0):
             self._stage.run("xdotool", "mousemove", x - step, y - step)
-        wait_for("the window accepts what is dragged over it", lambda: said("offered") not in (None, "nothing"))
+        wait_for("the window accepts what is dragged over it", is_welcome or (lambda: looks() != before))
         self._stage.run("xdotool", "mouseup", "1")
-        action = wait_for("the drop", lambda: said("done"))
-        wait_for("the drag source ends", lambda: source.poll() is not None)
-        return action
 
     @staticmethod
     def _middle(node):
