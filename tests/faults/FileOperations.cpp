@@ -106,68 +106,79 @@ QString accountForTree(const Snapshot &before, const Snapshot &after, Ending end
     return rest == without(before, from, to) ? QString() : u"something else changed"_s;
 }
 
-/// Either where it was and without a record, or in the trash with one.
+/// Either where it was and without a record, or in the trash with one. What is to take its place
+/// is nowhere else than there or where it was.
 QString accountForTrash(const Snapshot &before, const Snapshot &after, Ending ending,
                         const std::string &from, const std::string &trash)
 {
     const Snapshot item = partOf(before, from);
-    const Snapshot inTrash = partOf(after, trash + "/files/Glow");
-    const Snapshot source = partOf(after, from);
-    const auto record = after.find(trash + "/info/Glow.trashinfo");
+    std::string name = "Glow";
+    for (int count = 2; count < 4 && partOf(after, trash + "/files/" + name).empty(); ++count)
+        name = "Glow." + std::to_string(count);
+    const Snapshot inTrash = partOf(after, trash + "/files/" + name);
+    const auto record = after.find(trash + "/info/" + name + ".trashinfo");
     const bool hasRecord = record != after.end() &&
                            record->second.content.starts_with("[Trash Info]\nPath=") &&
                            record->second.content.ends_with('\n');
-    if (source != item && inTrash != item)
-        return u"the item is lost"_s;
-    if (!source.empty() && !inTrash.empty())
-        return u"the item is doubled"_s;
-    if (!inTrash.empty() && !hasRecord)
+    const bool isInPlace = partOf(after, from) == item;
+    if (isInPlace == (inTrash == item))
+        return isInPlace ? u"the item is doubled"_s : u"the item is lost"_s;
+    if (!isInPlace && !hasRecord)
         return u"the item has no record"_s;
     if (ending == Ending::Killed)
         return {};
-    if (inTrash.empty() && record != after.end())
-        return u"the record has no item"_s;
-    return inTrash.empty() == (ending == Ending::Done) ? u"it says the wrong thing"_s : QString();
+    const auto records = std::count_if(after.begin(), after.end(), [&](const auto &each) {
+        return each.first.starts_with(trash + "/info/");
+    });
+    if (records != (isInPlace ? 0 : 1))
+        return u"a record has no item"_s;
+    return isInPlace == (ending == Ending::Done) ? u"it says the wrong thing"_s : QString();
+}
+
+/// Whether it was written: what is to be written to may be gone.
+bool put(const fs::path &path, std::ios::openmode mode = std::ios::out)
+{
+    return bool(std::ofstream(path, std::ios::binary | mode)
+                << "from another process" << std::flush);
+}
+
+bool take(const fs::path &from, const fs::path &to)
+{
+    std::error_code error;
+    fs::rename(from, to, error);
+    return !error;
 }
 
 /// What other programs do to "Tree" while it is copied and removed.
-std::vector<Race> racesFor(const std::string &name)
+std::vector<Race> races()
 {
-    const auto at = [name](const Disks &disks, const char *path) {
-        return fs::path(disks.home) / name / path;
+    const auto at = [](const Disks &disks, const char *path) {
+        return fs::path(disks.home) / path;
     };
-    const auto put = [](const fs::path &path, std::ios::openmode mode) {
-        std::ofstream(path, std::ios::binary | mode) << "from another process";
-    };
-    const std::string text = "from another process";
+    const std::ios::openmode inPlace = std::ios::in | std::ios::out;
     return {
-        {"appends", [=](const Disks &d) { put(at(d, "file"), std::ios::app); }, text},
-        {"rewrites", [=](const Disks &d) { put(at(d, "file"), std::ios::in | std::ios::out); },
-         text},
+        {"appends", [=](const Disks &d) { return put(at(d, "Tree/file"), std::ios::app); }},
+        {"rewrites", [=](const Disks &d) { return put(at(d, "Tree/file"), inPlace); }},
+        {"rewrites a twin", [=](const Disks &d) { return put(at(d, "Tree/twin"), inPlace); }},
         {"replaces",
          [=](const Disks &d) {
-             put(fs::path(d.home) / "new", std::ios::out);
-             std::error_code ignored;
-             fs::rename(fs::path(d.home) / "new", at(d, "file"), ignored);
-         },
-         text},
-        {"adds",
+             return put(at(d, "new")) && take(at(d, "new"), at(d, "Tree/file"));
+         }},
+        {"adds", [=](const Disks &d) { return put(at(d, "Tree/empty/new")); }},
+        {"swaps a folder",
          [=](const Disks &d) {
              std::error_code ignored;
-             fs::create_directories(at(d, "empty"), ignored);
-             put(at(d, "empty/new"), std::ios::out);
-         },
-         text},
-        {"swaps",
+             return take(at(d, "Tree/read only"), at(d, "was")) &&
+                    fs::create_directory(at(d, "Tree/read only"), ignored) &&
+                    put(at(d, "Tree/read only/script"));
+         }},
+        {"swaps the tree",
          [=](const Disks &d) {
-             std::error_code ignored;
-             fs::rename(fs::path(d.home) / name, fs::path(d.home) / "was", ignored);
-             fs::create_directories(fs::path(d.home) / name, ignored);
-             put(at(d, "file"), std::ios::out);
-         },
-         text},
+             return take(at(d, "Tree"), at(d, "was")) && fs::create_directory(at(d, "Tree")) &&
+                    put(at(d, "Tree/file"));
+         }},
         {"takes the name",
-         [=](const Disks &d) { put(fs::path(d.other) / "Arrived", std::ios::out); }, text},
+         [=](const Disks &d) { return put(at(d, "To/Arrived")) || put(d.other + "/Arrived"); }},
     };
 }
 
@@ -190,25 +201,47 @@ Operation treeOperation(const std::string &name, bool moves, bool crosses)
                 return accountForTree(before, after, ending, moves, "home/Tree", to);
             },
             crosses,
-            moves ? racesFor("Tree") : std::vector<Race>()};
+            moves ? races() : std::vector<Race>()};
 }
 
-Operation trashOperation(const std::string &name, bool crosses)
+Operation trashOperation()
 {
-    const std::string from = crosses ? "other/Glow" : "home/Glow";
-    const std::string trash =
-        crosses ? "other/.Trash-" + std::to_string(::getuid()) : "home/data/Trash";
-    return {name,
-            [crosses](const Disks &disks) {
-                write(fs::path(crosses ? disks.other : disks.home) / "Glow" / "file", "glow");
+    return {"trash",
+            [](const Disks &disks) { write(fs::path(disks.home) / "Glow" / "file", "glow"); },
+            [](const Disks &disks) { return bool(FileTree::trash(item(disks.home + "/Glow"))); },
+            [](const Snapshot &before, const Snapshot &after, Ending ending) {
+                return accountForTrash(before, after, ending, "home/Glow", "home/data/Trash");
+            }};
+}
+
+/// As an install does it: what stands in the place goes to the trash first.
+Operation replaceOperation()
+{
+    return {"replace",
+            [](const Disks &disks) {
+                write(fs::path(disks.home) / "Library" / "Glow" / "file", "old");
+                write(fs::path(disks.home) / "Desktop" / "Glow" / "file", "new");
             },
-            [crosses](const Disks &disks) {
-                return bool(FileTree::trash(item((crosses ? disks.other : disks.home) + "/Glow")));
+            [](const Disks &disks) {
+                const FileTree::Item place = item(disks.home + "/Library/Glow");
+                return FileTree::trash(place) &&
+                       FileTree::move(item(disks.home + "/Desktop/Glow"), place);
             },
-            [from, trash](const Snapshot &before, const Snapshot &after, Ending ending) {
-                return accountForTrash(before, after, ending, from, trash);
-            },
-            crosses};
+            [](const Snapshot &before, Snapshot after, Ending ending) -> QString {
+                const std::string place = "home/Library/Glow";
+                const Snapshot fresh = partOf(before, "home/Desktop/Glow");
+                const bool isInstalled = partOf(after, place) == fresh;
+                if (isInstalled == (partOf(after, "home/Desktop/Glow") == fresh))
+                    return u"the new one is doubled or lost"_s;
+                if (ending != Ending::Killed && isInstalled != (ending == Ending::Done))
+                    return u"it says the wrong thing"_s;
+                const Ending trashing =
+                    partOf(after, place) == partOf(before, place) ? ending : Ending::Done;
+                if (isInstalled)
+                    std::erase_if(after, [&](auto &each) { return each.first.starts_with(place); });
+                return accountForTrash(before, after, ending == Ending::Killed ? ending : trashing,
+                                       place, "home/data/Trash");
+            }};
 }
 
 } // namespace
@@ -219,7 +252,8 @@ std::vector<Operation> fileOperations()
         treeOperation("copy", false, false),
         treeOperation("move", true, false),
         treeOperation("move-across", true, true),
-        trashOperation("trash", false),
+        trashOperation(),
+        replaceOperation(),
     };
 }
 

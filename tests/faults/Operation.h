@@ -38,8 +38,8 @@ enum class Ending { Done, Failed, Killed };
 struct Race
 {
     std::string name;
-    std::function<void(const Disks &)> act;
-    std::string written; ///< must be found in some file afterwards, outside of what is ours
+    /// Writes "from another process" to some file; false when there was nothing to write to.
+    std::function<bool(const Disks &)> act;
 };
 
 struct Operation
@@ -52,6 +52,7 @@ struct Operation
     /// What is lost, doubled, half or wrong after one failure; empty when all is well.
     std::function<QString(const Snapshot &before, const Snapshot &after, Ending ending)> account;
     bool needsTwoDisks = false;
+    /// What they write is never lost, and nobody dies of it.
     std::vector<Race> races = {};
 };
 

@@ -39,6 +39,7 @@ Answer pass(const char *name, size_t *size, const Call &call)
         if (fault.call != number || (fault.kind == Kind::Short && (!size || *size < 2)))
             continue;
         std::strncpy(report->name, name, sizeof report->name - 1);
+        report->hasHappened = true;
         switch (fault.kind) {
         case Kind::DoneButError:
             call();
@@ -53,7 +54,7 @@ Answer pass(const char *name, size_t *size, const Call &call)
             break;
         case Kind::Race:
             isArmed = false;
-            fault.race();
+            report->hasHappened = fault.race();
             isArmed = true;
             break;
         }

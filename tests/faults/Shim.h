@@ -20,15 +20,16 @@ struct Fault
 {
     Kind kind = Kind::Error;
     int error = 0;
-    int call = 0; ///< counted from 1
-    std::function<void()> race = {};
+    int call = 0;                    ///< counted from 1
+    std::function<bool()> race = {}; ///< whether the other process did anything
 };
 
 /// What came of a run; in memory that outlives the program.
 struct Report
 {
     std::atomic<int> calls = 0;
-    char name[32] = {}; ///< of the last call that a fault met; empty when none did
+    char name[32] = {}; ///< of the last call that a fault met
+    bool hasHappened = false;
 };
 
 /// From now on calls are counted and meet these faults.
