@@ -41,7 +41,24 @@ int copyContentAndAttributes(int from, int to, const Advance &advance)
     const void *callback = reinterpret_cast<const void *>(&reportContent);
     ::copyfile_state_set(state.get(), COPYFILE_STATE_STATUS_CB, callback);
     ::copyfile_state_set(state.get(), COPYFILE_STATE_STATUS_CTX, &report);
-    return ::fcopyfile(from, to, state.get(), COPYFILE_ALL) == 0 ? 0 : errno;
+    // Whole where the volume cannot keep holes.
+    return ::fcopyfile(from, to, state.get(), COPYFILE_ALL | COPYFILE_DATA_SPARSE) == 0 ? 0 : errno;
+}
+
+/// A locked copy could be neither renamed into its place nor removed again.
+int unlock(const struct stat &status, int copy)
+{
+    constexpr unsigned locks = UF_IMMUTABLE | UF_APPEND;
+    return (status.st_flags & locks) == 0 || ::fchflags(copy, status.st_flags & ~locks) == 0
+               ? 0
+               : errno;
+}
+
+/// What a volume says that has not, or knows nothing of, what it was asked for.
+bool isUnsupported(int error)
+{
+    return error == ENOTSUP || error == EOPNOTSUPP || error == EINVAL || error == ENOSYS ||
+           error == ENOTTY;
 }
 
 } // namespace
@@ -53,17 +70,29 @@ int renameNoReplace(const Place &from, const Place &to)
     return done ? 0 : errno;
 }
 
+Stamp stampOf(const struct stat &status)
+{
+    const auto nanoseconds = [](const timespec &time) {
+        return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+    };
+    return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtimespec),
+            nanoseconds(status.st_ctimespec)};
+}
+
 int copyFile(int from, const struct stat &status, const Place &to, const Advance &advance)
 {
-    if (::fclonefileat(from, to.folder, to.name.constData(), 0) == 0)
+    const bool isLocked = (status.st_flags & (UF_IMMUTABLE | UF_APPEND)) != 0;
+    if (!isLocked && ::fclonefileat(from, to.folder, to.name.constData(), CLONE_ACL) == 0)
         return advance(status.st_size) ? 0 : ECANCELED;
     FileDescriptor copy(::openat(to.folder, to.name.constData(),
                                  O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
                                  S_IRUSR | S_IWUSR));
     if (!copy)
         return errno;
-    if (const int error = copyContentAndAttributes(from, copy.get(), advance))
-        return error;
+    const int error = copyContentAndAttributes(from, copy.get(), advance);
+    const int locked = unlock(status, copy.get()); // also what is half a copy
+    if (error != 0 || locked != 0)
+        return error != 0 ? error : locked;
     return copy.close();
 }
 
@@ -72,9 +101,11 @@ int copyExtendedAttributes(int from, int to)
     return ::fcopyfile(from, to, nullptr, COPYFILE_XATTR | COPYFILE_ACL) == 0 ? 0 : errno;
 }
 
-int copyFolderAttributes(int from, const struct stat &, int to)
+int copyFolderAttributes(int from, const struct stat &status, int to)
 {
-    return ::fcopyfile(from, to, nullptr, COPYFILE_METADATA) == 0 ? 0 : errno;
+    const int error = ::fcopyfile(from, to, nullptr, COPYFILE_METADATA) == 0 ? 0 : errno;
+    const int locked = unlock(status, to);
+    return error != 0 ? error : locked;
 }
 
 int copyLinkAttributes(const struct stat &status, const Place &to)
@@ -86,28 +117,31 @@ int copyLinkAttributes(const struct stat &status, const Place &to)
     return ::utimensat(to.folder, name, times, AT_SYMLINK_NOFOLLOW) == 0 ? 0 : errno;
 }
 
-void dropInheritance(int folder)
+int dropInheritance(int folder)
 {
-    ::fchmod(folder, S_IRWXU);
+    if (::fchmod(folder, S_IRWXU) != 0)
+        return errno;
     const std::unique_ptr<std::remove_pointer_t<acl_t>, int (*)(void *)> none(::acl_init(0),
                                                                               ::acl_free);
-    ::acl_set_fd(folder, none.get());
+    return none && (::acl_set_fd(folder, none.get()) == 0 || isUnsupported(errno)) ? 0 : errno;
 }
 
 int flushFileSystem(int folder)
 {
     if (::fsync_volume_np(folder, SYNC_VOLUME_FULLSYNC | SYNC_VOLUME_WAIT) == 0)
         return 0;
-    if (errno != ENOTSUP)
+    if (!isUnsupported(errno))
         return errno;
     ::sync(); // all that a volume on the network offers
     return 0;
 }
 
-int flushFolder(int folder)
+int flushFile(int file)
 {
-    // fsync alone stops at the drive's own memory.
-    return ::fcntl(folder, F_FULLFSYNC) != -1 || ::fsync(folder) == 0 ? 0 : errno;
+    // fsync alone stops at the drive's own memory. A volume that cannot flush a folder says so.
+    if (::fcntl(file, F_FULLFSYNC) != -1 || ::fsync(file) == 0 || isUnsupported(errno))
+        return 0;
+    return errno;
 }
 
 } // namespace FileTree::Native
