@@ -46,8 +46,11 @@ class Album:
 
     def write(self):
         for picture in sorted(self._draft.iterdir()):
-            in_project = "resources/help" if picture.name.startswith("bv_") else "docs/pictures"
-            folder = self._folder or _PROJECT / in_project
+            is_help = picture.name.startswith("bv_")
+            if self._stage.palette == "dark" and not is_help:
+                continue  # the documents show the light ones
+            in_project = "docs/pictures" if not is_help else "resources/help"
+            folder = (self._folder or _PROJECT / in_project) / ("dark" if self._stage.palette == "dark" else "")
             folder.mkdir(parents=True, exist_ok=True)
             shutil.copyfile(picture, folder / picture.name)
             print(f"{folder / picture.name}: {picture.stat().st_size // 1024} KB")

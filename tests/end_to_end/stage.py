@@ -38,7 +38,8 @@ def connect_to_bus(address):
 class Stage:
     """Set up by `with`; struck, with every process that was started on it, when the block is left."""
 
-    def __init__(self):
+    def __init__(self, palette="light"):
+        self.palette = palette
         self.folder = Path(tempfile.mkdtemp(prefix="brimvale-tour-"))
         self.processes = []
         try:
@@ -99,6 +100,11 @@ class Stage:
             "QT_SCALE_FACTOR": str(PIXELS_PER_POINT),
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
         }
+        if self.palette == "dark":
+            # Qt takes its colours from the one desktop that writes them into a file.
+            self.environment |= {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}
+            (self.home / ".config").mkdir()
+            shutil.copy(Path(__file__).with_name("kdeglobals"), self.home / ".config")
         self.environment["DISPLAY"] = ":" + self._start_answering(
             "Xvfb", "-displayfd", "{}", "-screen", "0", "2400x1800x24", "-nolisten", "tcp")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_answering(

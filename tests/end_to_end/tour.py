@@ -296,9 +296,10 @@ def main():
     parser.add_argument("--program", type=Path, required=True, help="the program that is toured")
     parser.add_argument("--drag-source", type=Path, required=True, help="the program that files are dragged from")
     parser.add_argument("--pictures", type=Path, metavar="FOLDER", help="where the pictures go (default: the project)")
+    parser.add_argument("--palette", choices=("light", "dark"), default="light")
     arguments = parser.parse_args()
 
-    with Stage() as stage:
+    with Stage(arguments.palette) as stage:
         album = Album(stage, arguments.pictures)
         try:
             Tour(stage, album, arguments.program.resolve(), arguments.drag_source.resolve()).run()
