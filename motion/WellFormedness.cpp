@@ -55,6 +55,11 @@ public:
 
     Result<XmlOutline> run()
     {
+        // What expat would take for another encoding, whatever it is told.
+        const std::string_view start = m_text.substr(0, 2);
+        if (start.ends_with('\0') ||
+            (!start.starts_with('<') && !start.empty() && !isBlank(start[0])))
+            return Failure{u"no document"_s};
         XML_Parser parser = m_parser.get();
         // In one piece: for many expat takes a quarter longer.
         if (XML_Parse(parser, m_text.data(), static_cast<int>(m_text.size()), XML_TRUE) ==
