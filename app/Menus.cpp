@@ -98,7 +98,7 @@ void BrimvaleAppDelegate::wireModeItems()
     });
 }
 
-/// What the Edit menu does to the text field that has the keyboard.
+/// What the Edit menu does to the text field or the history that has the keyboard.
 void BrimvaleAppDelegate::wireEditMenu()
 {
     const auto edit = [this](QAction *item, auto operation) {
@@ -116,4 +116,6 @@ void BrimvaleAppDelegate::wireEditMenu()
         if (QLineEdit *field = focusedField())
             QMetaObject::invokeMethod(field, "paste"); // a field may have a way of its own
     });
+    connect(copyItem, &QAction::triggered, logWindow.get(), &HistoryWindow::copyLines);
+    connect(selectAllItem, &QAction::triggered, logWindow.get(), &HistoryWindow::selectLines);
 }

@@ -1,10 +1,22 @@
 #include "HistoryWindow.h"
 
+#include "HistoryHeader.h"
 #include "HistoryResetSheet.h"
+#include "InstallationDelegate.h"
 #include "InstallationHistoryModel.h"
 #include "InstallationRecord.h"
 #include "settings/SettingsStore.h"
 #include "widgets/Focus.h"
+#include "widgets/Legibility.h"
+#include "widgets/WholeContents.h"
+
+#include <QClipboard>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QShortcut>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +27,23 @@ HistoryWindow::HistoryWindow()
     arrayController = new InstallationHistoryModel(this);
     arrayController->setObjectName(u"arrayController"_s);
     theTable->setModel(arrayController);
+    theTable->setHorizontalHeader(new HistoryHeader(theTable));
+    theTable->setItemDelegate(new InstallationDelegate(theTable));
+    emptyHistory->setAttribute(Qt::WA_TransparentForMouseEvents);
+    keepContentsWhole(this);
+    fitFont();
+    resize(104 * fontMetrics().averageCharWidth(), 3 * theTable->minimumHeight());
+    showState();
+
+    connect(arrayController, &QAbstractItemModel::modelReset, this, &HistoryWindow::showState);
+    connect(arrayController, &QAbstractItemModel::rowsInserted, this, &HistoryWindow::showState);
+    connect(logFilter, &QLineEdit::textChanged, arrayController,
+            &InstallationHistoryModel::setFilter);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, logFilter,
+            qOverload<>(&QWidget::setFocus));
+    connect(copyLinesItem, &QAction::triggered, this, &HistoryWindow::copyLines);
+    connect(selectLinesItem, &QAction::triggered, this, &HistoryWindow::selectLines);
+    connect(closeLogWindow, &QAbstractButton::clicked, this, &QWidget::close);
 
     connect(helpButton, &QAbstractButton::clicked, this, &HistoryWindow::printHelpText);
     connect(logResetButton, &QAbstractButton::clicked, this, &HistoryWindow::openLogSheet);
@@ -34,12 +63,17 @@ void HistoryWindow::addInstallation(const QString &category, const QString &temp
     std::ignore = appendInstallation({logSource->text()});
     setInstallations(SettingsStore().object(SettingsStore::installations));
     logSource->clear();
+    if (isVisible())
+        theTable->scrollToBottom(); // to what has just arrived
 }
 
 void HistoryWindow::openLogsWindow()
 {
+    logFilter->clear();
     setInstallations(SettingsStore().object(SettingsStore::installations));
     helpButton->setChecked(false);
+    if (!focusWidget())
+        theTable->setFocus();
     makeKeyAndOrderFront(this);
     theTable->scrollToBottom(); // to the newest
 }
@@ -80,4 +114,61 @@ void HistoryWindow::clearLogs()
     std::ignore = SettingsStore().removeObject(SettingsStore::installations);
     std::ignore = SettingsStore().synchronize();
     logSheet->hide();
+}
+
+void HistoryWindow::copyLines()
+{
+    QModelIndexList rows = theTable->selectionModel()->selectedRows();
+    if (!theTable->hasFocus() || rows.isEmpty())
+        return;
+    std::sort(rows.begin(), rows.end());
+    QStringList lines;
+    for (const QModelIndex &each : std::as_const(rows))
+        lines << each.data().toString();
+    QGuiApplication::clipboard()->setText(lines.join(u'\n'));
+}
+
+void HistoryWindow::selectLines()
+{
+    if (theTable->hasFocus())
+        theTable->selectAll();
+}
+
+void HistoryWindow::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        fitFont();
+}
+
+/// Everything that a table does not take from its font by itself.
+void HistoryWindow::fitFont()
+{
+    const QSize row = InstallationDelegate::smallestRow(theTable);
+    theTable->verticalHeader()->setDefaultSectionSize(row.height());
+    theTable->setMinimumSize(row.width(), 6 * row.height());
+    emptyHistoryIcon->setPixmap(
+        QIcon(u":/icons/history-48.png"_s).pixmap(QSize(1, 1) * besideText(*this, 32)));
+    emptyHistoryHeading->setFont(headingFont());
+}
+
+void HistoryWindow::showState()
+{
+    const auto shown = arrayController->rowCount();
+    const auto all = arrayController->recordCount();
+    const QLocale locale;
+    if (all == 0)
+        logCount->clear();
+    else if (shown == all)
+        logCount->setText(tr("%1 in all").arg(locale.toString(all)));
+    else
+        logCount->setText(tr("%1 of %2").arg(locale.toString(shown), locale.toString(all)));
+
+    emptyHistory->setVisible(shown == 0);
+    if (shown > 0)
+        return;
+    emptyHistoryIcon->setVisible(all == 0);
+    emptyHistoryHeading->setText(all == 0 ? tr("Nothing installed yet") : tr("No match"));
+    emptyHistoryText->setText(all == 0 ? tr("Every template that you install is listed here.")
+                                       : tr("No installation has all these words."));
 }

@@ -26,7 +26,17 @@ public:
     void closeLogSheet();
     void clearLogs();
 
+    // Of the table, while it has the keyboard: the Edit menu asks too.
+    void copyLines();
+    void selectLines();
+
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    void fitFont();
+    void showState();
+
     InstallationHistoryModel *arrayController = nullptr;
     HistoryResetSheet *logSheet = nullptr;
 };

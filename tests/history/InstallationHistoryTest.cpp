@@ -3,6 +3,7 @@
 #include "tests/support/LibraryHome.h"
 #include "tests/support/RunningProgram.h"
 
+#include <QClipboard>
 #include <QProgressBar>
 #include <QSignalSpy>
 #include <QTableView>
@@ -31,6 +32,10 @@ private Q_SLOTS:
     void recordsWhatIsChosenAtTheEnd();
     void runsOneAnimationForTwoInstalls();
     void leavesOutWhatIsNoRecord();
+    void takesALineApart_data();
+    void takesALineApart();
+    void copiesWhatIsSelected();
+    void staysAtWhatIsSelectedWhenARecordComes();
     void asksBeforeItResets();
 };
 
@@ -77,6 +82,63 @@ void InstallationHistoryTest::leavesOutWhatIsNoRecord()
     const auto records = installationRecords(QVariantList{u"text"_s, other, record, QVariant(), 5});
     QCOMPARE(records.size(), 1);
     QCOMPARE(records.at(0).line, u"a line"_s);
+}
+
+void InstallationHistoryTest::takesALineApart_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QStringList>("parts");
+    QTest::newRow("ours") << u"2026-11-21 10:00:00 Titles   Lower   Third"_s
+                          << QStringList{u"2026-11-21 10:00:00"_s, u"Titles"_s, u"Lower   Third"_s};
+    QTest::newRow("no name") << u"a b Effects   "_s << QStringList{u"a b"_s, u"Effects"_s, u""_s};
+    for (const char *line : {"", "   ", "Titles   Glow", " Titles   Glow", "1 Titles  Glow",
+                             "1 Other   Glow", "1 titles   Glow", "a line"})
+        QTest::newRow(line) << QString::fromLatin1(line) << QStringList();
+}
+
+void InstallationHistoryTest::takesALineApart()
+{
+    QFETCH(QString, line);
+    const auto parts = InstallationRecord{line}.parts();
+    QTEST(parts ? QStringList({parts->date, parts->category, parts->templateName}) : QStringList(),
+          "parts");
+}
+
+/// Top to bottom, whatever the order of the clicks; the Edit menu's items do the same.
+void InstallationHistoryTest::copiesWhatIsSelected()
+{
+    const TestHome home;
+    for (const QString &line : {u"first"_s, u"second"_s, u"third"_s})
+        QVERIFY(appendInstallation({line}));
+    const RunningProgram program;
+    program.click(u"openLogsWindow"_s);
+    QVERIFY(QTest::qWaitForWindowActive(program.find<QWidget>(u"logWindow"_s)));
+    auto *table = program.find<QTableView>(u"theTable"_s);
+    table->selectRow(2);
+    table->selectionModel()->select(table->model()->index(0, 0), QItemSelectionModel::Select);
+    QTest::keySequence(table, QKeySequence::Copy);
+    QCOMPARE(QApplication::clipboard()->text(), u"first\nthird"_s);
+    program.find<QAction>(u"selectAllItem"_s)->trigger();
+    program.find<QAction>(u"copyItem"_s)->trigger();
+    QCOMPARE(QApplication::clipboard()->text(), u"first\nsecond\nthird"_s);
+}
+
+void InstallationHistoryTest::staysAtWhatIsSelectedWhenARecordComes()
+{
+    const LibraryHome home;
+    for (int line = 0; line < 100; ++line)
+        QVERIFY(appendInstallation({QString::number(line)}));
+    const RunningProgram program;
+    program.click(u"openLogsWindow"_s);
+    auto *table = program.find<QTableView>(u"theTable"_s);
+    table->selectRow(3);
+    program.find<QWidget>(u"mWindow"_s)->activateWindow();
+    program.chooseTitle(home.path(u"Desktop/Glow"_s));
+    program.install();
+    QTRY_COMPARE(shownLines(program).size(), 101);
+    QVERIFY(table->selectionModel()->isRowSelected(3));
+    QVERIFY(table->visualRect(table->model()->index(100, 0)).bottom() <=
+            table->viewport()->height());
 }
 
 void InstallationHistoryTest::asksBeforeItResets()
