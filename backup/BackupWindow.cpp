@@ -4,32 +4,53 @@
 #include "platform/FileTree.h"
 #include "platform/Path.h"
 #include "platform/RunLoop.h"
+#include "platform/Workspace.h"
 #include "settings/SettingsStore.h"
 #include "widgets/Focus.h"
 #include "widgets/InputShield.h"
 #include "widgets/KeepPlace.h"
+#include "widgets/WholeContents.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLocale>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace {
+
+QString sizeText(qint64 bytes)
+{
+    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+}
+
+} // namespace
 
 BackupWindow::BackupWindow()
 {
     setupUi(this);
-    for (QWidget *each : std::initializer_list<QWidget *>{theBackupButton, existsTextField, mCancel,
-                                                          backupProgress})
+    keepContentsWhole(this);
+    const int character = fontMetrics().averageCharWidth();
+    setMinimumWidth(76 * character);
+    resize(92 * character, 0);
+    for (QWidget *each : std::initializer_list<QWidget *>{existsTextField, mCancel, backupProgress,
+                                                          Ui::BackupWindow::showBackup})
         keepPlaceWhenHidden(each);
     backupProgress->hide();
     theBackupButton->hide();
+    Ui::BackupWindow::showBackup->hide();
     connect(Ui::BackupWindow::createFolderStructure, &QAbstractButton::clicked, this,
             &BackupWindow::createFolderStructure);
     connect(mCancel, &QAbstractButton::clicked, this, &BackupWindow::quitPrefs);
     connect(Ui::BackupWindow::setBackupPath1, &QAbstractButton::clicked, this,
             &BackupWindow::setBackupPath1);
     connect(theBackupButton, &QAbstractButton::clicked, this, &BackupWindow::backup);
+    connect(Ui::BackupWindow::showBackup, &QAbstractButton::clicked, this,
+            &BackupWindow::showBackup);
+    connect(closePrefWindow, &QAbstractButton::clicked, this, &QWidget::close);
 }
 
 void BackupWindow::setBackupPath(const QString &path)
@@ -53,6 +74,7 @@ void BackupWindow::runPrefsWindow()
     mCancel->hide();
     pleaseWait->clear();
     theBackupButton->setVisible(!backupPath->text().isEmpty());
+    resetResult();
     makeKeyAndOrderFront(this);
 }
 
@@ -95,6 +117,8 @@ void BackupWindow::setBackupPath1()
     chooser.setLabelText(QFileDialog::Accept, tr("Set"));
     chooser.setLabelText(QFileDialog::LookIn,
                          tr("Select a Backup Folder or create a New Backup Folder ..."));
+    if (const QString present = Path::expandingTilde(backupPath->text()); !present.isEmpty())
+        chooser.setDirectory(present);
     chooser.resize(820, 520); // room for the message beside the folder
     if (chooser.exec() != QDialog::Accepted)
         return;
@@ -102,11 +126,12 @@ void BackupWindow::setBackupPath1()
         backupPath->setText(path);
         theBackupButton->show();
         theFolderImage->setText(Path::lastComponent(backupPath->text()));
-        std::ignore = std::ignore =
+        std::ignore =
             SettingsStore().setObject(backupPath->text(), SettingsStore::theAppBackupPath);
-        std::ignore = std::ignore =
+        std::ignore =
             SettingsStore().setObject(theFolderImage->text(), SettingsStore::theFolder8899);
     }
+    resetResult();
 }
 
 void BackupWindow::backup()
@@ -117,19 +142,23 @@ void BackupWindow::backup()
     const QString prefix = dateFloat->text();
     const QString destination = Path::expandingTilde(backupPath->text());
     backupSpinner->startAnimation();
-    copyLibrary(destination, prefix + TemplateLibrary::rootName());
+    backupResult->clear();
+    Ui::BackupWindow::showBackup->hide();
+    const QString datedName = prefix + TemplateLibrary::rootName();
+    const Written written = copyLibrary(destination, datedName);
     runEventLoopFor(2500ms);
     lastBackupDate->setObjectValue(backupDate);
-    std::ignore = std::ignore =
+    std::ignore =
         SettingsStore().setObject(lastBackupDate->objectValue(), SettingsStore::theLastBackupDate);
     backupSpinner->stopAnimation();
     pleaseWait->clear();
+    showResult(written, destination, datedName);
 }
 
 /// The copy takes its dated name when it is whole and on the disk. A folder of the library's name
 /// that stands in the backup folder already is not this backup's: it is left alone, and the copy
 /// bears its date from the start.
-void BackupWindow::copyLibrary(const QString &folder, const QString &datedName)
+BackupWindow::Written BackupWindow::copyLibrary(const QString &folder, const QString &datedName)
 {
     const QString name = TemplateLibrary::rootName();
     // Where the user keeps the library elsewhere and a link in Movies, a copy of the link is no
@@ -138,17 +167,65 @@ void BackupWindow::copyLibrary(const QString &folder, const QString &datedName)
     const QFileInfo taken(Path::joined(folder, name));
     const bool isTaken = taken.exists() || taken.isSymLink();
     const FileTree::Item copy{folder, isTaken ? datedName : name};
+    const FileTree::Item dated{folder, datedName};
 
+    Written written;
     InputShield shield;
     const FileTree::ProgressHandler progress = [&](const FileTree::CopyProgress &done) {
+        written.bytes = std::max(written.bytes, done.bytesTotal);
         showBackupProgress(done);
         shield.refreshWindows();
     };
     backupProgress->show();
-    if (FileTree::copy(library, copy, progress) && FileTree::flush(folder, progress) && !isTaken)
-        std::ignore = FileTree::move(copy, {folder, datedName});
+    if (FileTree::copy(library, copy, progress)) {
+        written.name = copy.name;
+        written.isOnDisk = static_cast<bool>(FileTree::flush(folder, progress));
+        if (written.isOnDisk && !isTaken && FileTree::move(copy, dated)) {
+            written.name = datedName;
+            written.isOnDisk = static_cast<bool>(FileTree::flush(dated));
+        }
+    }
     backupProgress->hide();
     backupAmount->clear();
+    return written;
+}
+
+/// Before a backup: what one does.
+void BackupWindow::resetResult()
+{
+    backupResult->setText(
+        backupPath->text().isEmpty()
+            ? tr("Choose the folder for your backups, on another disk if you can.")
+            : tr("Every backup is a complete copy. Earlier ones stay as they are."));
+    Ui::BackupWindow::showBackup->hide();
+}
+
+void BackupWindow::showResult(const Written &written, const QString &folder,
+                              const QString &datedName)
+{
+    Ui::BackupWindow::showBackup->setVisible(!written.name.isEmpty());
+    const QString where = Path::lastComponent(folder);
+    if (written.name.isEmpty()) {
+        backupResult->setText(!FileTree::exists(TemplateLibrary::root())
+                                  ? tr("Nothing was written: there is no library to copy yet.")
+                              : !FileTree::exists(folder)
+                                  ? tr("Nothing was written: the backup folder is not there.")
+                                  : tr("Nothing was written into “%1”.").arg(where));
+        return;
+    }
+    QString text = tr("Written into “%1”: “%2”").arg(where, written.name);
+    if (written.bytes > 0)
+        text += tr(", %1").arg(sizeText(written.bytes));
+    if (!written.isOnDisk)
+        text += tr(". The disk did not confirm that it is whole.");
+    else if (written.name != datedName)
+        text += tr(". It could not take its name with the date.");
+    backupResult->setText(text);
+}
+
+void BackupWindow::showBackup()
+{
+    std::ignore = openAddress(QUrl::fromLocalFile(Path::expandingTilde(backupPath->text()) + u'/'));
 }
 
 void BackupWindow::showBackupProgress(const FileTree::CopyProgress &progress)
@@ -158,9 +235,6 @@ void BackupWindow::showBackupProgress(const FileTree::CopyProgress &progress)
     const double share =
         static_cast<double>(progress.bytesDone) / static_cast<double>(progress.bytesTotal);
     backupProgress->setValue(static_cast<int>(share * backupProgress->maximum()));
-    const auto amount = [](qint64 bytes) {
-        return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
-    };
     backupAmount->setText(
-        tr("%1 of %2").arg(amount(progress.bytesDone), amount(progress.bytesTotal)));
+        tr("%1 of %2").arg(sizeText(progress.bytesDone), sizeText(progress.bytesTotal)));
 }

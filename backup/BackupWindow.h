@@ -24,8 +24,19 @@ public:
     void createFolderStructure();
     void setBackupPath1();
     void backup();
+    void showBackup();
 
 private:
-    void copyLibrary(const QString &folder, const QString &datedName);
+    /// What a backup left in its folder.
+    struct Written
+    {
+        QString name; ///< none: nothing whole
+        qint64 bytes = 0;
+        bool isOnDisk = false;
+    };
+
+    void resetResult();
+    void showResult(const Written &written, const QString &folder, const QString &datedName);
+    [[nodiscard]] Written copyLibrary(const QString &folder, const QString &datedName);
     void showBackupProgress(const FileTree::CopyProgress &progress);
 };

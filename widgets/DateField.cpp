@@ -21,7 +21,7 @@ QString mediumForm(const QDateTime &date)
 
 } // namespace
 
-DateField::DateField(QWidget *parent) : QLabel(parent) {}
+DateField::DateField(QWidget *parent) : ElidedLabel(parent) {}
 
 void DateField::setObjectValue(const QVariant &value)
 {

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "ElidedLabel.h"
+
 #include <QDateTime>
-#include <QLabel>
 
 /// A field whose value is a date and whose text is that date in the field's format.
-class DateField : public QLabel
+class DateField : public ElidedLabel
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(DateField)

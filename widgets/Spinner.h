@@ -17,7 +17,10 @@ public:
     void startAnimation();
     void stopAnimation();
 
-    [[nodiscard]] QSize sizeHint() const override { return {20, 20}; }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return QSize(1, 1) * qMax(20, fontMetrics().height());
+    }
 
 protected:
     void paintEvent(QPaintEvent *event) override;

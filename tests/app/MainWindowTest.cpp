@@ -22,8 +22,8 @@ chosen := click runPrefsWindow, panel My Backups, click setBackupPath1
 start | launch |
         off clearButton conformButton element frPopup mNewCatButton mSendButton setButton
         tClearButton;
-        hide backupProgress dateFloat hidden orgButton renameButton scratch theBackupButton
-        theReQueue; check compositionsChoice; ring input
+        hide backupProgress dateFloat emptyHistory hidden orgButton renameButton
+        scratch showBackup theBackupButton theReQueue; check compositionsChoice; ring input
 start | segment segController 1 |
         off renameButton; show renameButton; hide addButton; focus oFile; segController=1;
         theTabView=1
@@ -73,10 +73,22 @@ click openLogsWindow, click logResetButton | click closeLogSheet |
 click openLogsWindow, click logResetButton | close logSheet |
         on helpButton logResetButton; hide logSheet
 click openLogsWindow, click logResetButton | click clearLogs |
-        on helpButton logResetButton; hide logSheet; store installations=; theTable=
+        on helpButton logResetButton; hide logSheet; store installations=; theTable=; logCount=;
+        show emptyHistory
+click openLogsWindow | type logFilter LINE a |
+        focus logFilter; logFilter=LINE a
+click openLogsWindow | type logFilter b |
+        focus logFilter; logFilter=b; show emptyHistory; logCount=0 of 1; theTable=;
+        hide emptyHistoryIcon; emptyHistoryHeading=No match;
+        emptyHistoryText=No installation has all these words.
+click openLogsWindow, type logFilter b, close logWindow | click openLogsWindow |
+        show logWindow; hide emptyHistory; logCount=1 in all; logFilter=; theTable=a line|
+click openLogsWindow | click closeLogWindow | hide logWindow
+click runPrefsWindow | click closePrefWindow | hide prefWindow
 start | menu runPrefsWindowItem |
         show prefWindow; hide existsTextField mCancel; focus createFolderStructure;
-        front prefWindow
+        front prefWindow;
+        backupResult=Choose the folder for your backups, on another disk if you can.
 click runPrefsWindow | click createFolderStructure |
         show existsTextField mCancel; existsTextField=Folder Structure already exists - ! ...
 click runPrefsWindow, click createFolderStructure | click mCancel | hide mCancel; existsTextField=
@@ -88,11 +100,14 @@ click runPrefsWindow | panel, click setBackupPath1 |
 click runPrefsWindow | panel My Backups, click setBackupPath1 |
         panel Backup Folder Selector / Set / Select a Backup Folder or create a New Backup Folder
         ...; show theBackupButton; backupPath=~/My Backups; store theAppBackupPath=~/My Backups;
-        store theFolder8899=My Backups; theFolderImage=My Backups
+        store theFolder8899=My Backups; theFolderImage=My Backups;
+        backupResult=Every backup is a complete copy. Earlier ones stay as they are.
 chosen | click theBackupButton |
         turn backupSpinner; run backupProgress; LIB => My Backups/DATE Motion Templates.l;
-        dateFloat=DATE; pleaseWait=Please Wait ...; wait 2500; stop backupSpinner;
-        lastBackupDate=DATE; pleaseWait=; store theLastBackupDate=DATE
+        backupResult=; dateFloat=DATE; pleaseWait=Please Wait ...; wait 2500; stop backupSpinner;
+        backupResult=Written into “My Backups”: “DATE Motion Templates.l”, 46 bytes;
+        lastBackupDate=DATE; pleaseWait=; show showBackup; store theLastBackupDate=DATE
+chosen, click theBackupButton | click showBackup | open file://~/My Backups/
 start | menu runHelpBook | show helpWindow; focus textView; front helpWindow
 menu runHelpBook | click pageA | check pageA; uncheck navigateHOME; focus textView2; tabView=1
 menu runHelpBook | click pageB | check pageB; uncheck navigateHOME; focus textView3; tabView=2

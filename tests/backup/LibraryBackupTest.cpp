@@ -179,6 +179,10 @@ void LibraryBackupTest::leavesEverythingElseAlone()
     QVERIFY(date.isValid() && !program.text(u"lastBackupDate"_s).isEmpty());
     if (made == u"dated")
         made = datedName(date);
+    const QString said = program.text(u"backupResult"_s);
+    QCOMPARE(said.startsWith(u"Nothing was written"), made.isEmpty());
+    QVERIFY2(said.contains(made), qPrintable(said));
+    QCOMPARE(program.isShown(u"showBackup"_s), !made.isEmpty());
     const QString copy = folder + u'/' + made;
     QCOMPARE(files(home), made.isEmpty() ? before : withCopy(before, copy));
 }

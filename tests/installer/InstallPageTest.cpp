@@ -19,6 +19,7 @@ void InstallPageTest::changes_data()
 chosen := drop installHint Desktop/Glow
 sheet := drop installHint Desktop/Glow, click titlesChoice, click mNewCatButton
 ready := on clearButton mNewCatButton mSendButton
+listed := hide emptyHistory; logCount=1 in all
 notReady := off clearButton mNewCatButton mSendButton
 refused := alert Template Error! / This Install module only accepts Folders ... / warning / OK
 installed := off clearButton mNewCatButton mSendButton; ring input; focus input; input=; test=
@@ -60,11 +61,11 @@ chosen, click transitionsChoice | click mSendButton |
         $installed; run progressBar; Desktop/Glow -> LIB/Transitions.l/Glow
 chosen | click titlesChoice | check titlesChoice; uncheck compositionsChoice
 chosen | click mSendButton, rest |
-        $installed; Desktop/Glow -> LIB/Compositions.l/Glow; hiddenDF=DATE;
+        $installed; Desktop/Glow -> LIB/Compositions.l/Glow; hiddenDF=DATE; $listed;
         store installations=DATE Compositions   |; theTable=DATE Compositions   |
 sheet | click generateCustomFolder, click effectsChoice, rest |
         $installed; hide catSheet; check effectsChoice; uncheck titlesChoice; unring textField;
-        Desktop/Glow -> LIB/Titles.l/Glow; hiddenDF=DATE; mirroredPath=;
+        Desktop/Glow -> LIB/Titles.l/Glow; hiddenDF=DATE; mirroredPath=; $listed;
         store installations=DATE Effects   Glow|; theReQueue=Done; theTable=DATE Effects   Glow|;
         unfocus catSheet
 chosen | click mNewCatButton |
