@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FileTree.h"
+#include "Stamp.h"
 
 #include <QByteArray>
 
@@ -15,26 +16,6 @@ struct Place
 {
     int folder = -1;
     QByteArray name;
-};
-
-/// Told again by these, an item is the one that was seen, and as it was.
-struct Stamp
-{
-    dev_t device = 0;
-    ino_t inode = 0;
-    qint64 size = 0;
-    qint64 modified = 0; ///< nanoseconds
-    qint64 changed = 0;  ///< its attributes too, its name, and how many it has
-
-    [[nodiscard]] bool isSameItem(const Stamp &other) const
-    {
-        return device == other.device && inode == other.inode;
-    }
-    [[nodiscard]] bool hasSameContent(const Stamp &other) const
-    {
-        return isSameItem(other) && size == other.size && modified == other.modified;
-    }
-    bool operator==(const Stamp &) const = default;
 };
 
 /// Of what stands at a place itself, no link followed. Answers an error number, 0 for success.

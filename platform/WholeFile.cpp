@@ -1,9 +1,11 @@
+#include "WholeFile.h"
+
 #include "FileDescriptor.h"
+#include "Leftovers.h"
 #include "WholeFile_p.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRandomGenerator>
 
 #include <fcntl.h>
 
@@ -12,6 +14,7 @@
 using namespace Qt::StringLiterals;
 using FileTree::Place;
 using FileTree::Native::failure;
+using FileTree::Native::stampOf;
 
 namespace {
 
@@ -19,18 +22,6 @@ namespace {
 constexpr off_t largestFile = off_t(1) << 30;
 
 constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
-
-qint64 nanoseconds(const timespec &time)
-{
-    return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
-}
-
-FileVersion versionOf(const struct stat &status)
-{
-    const WholeFileNative::Times times = WholeFileNative::timesOf(status);
-    return {quint64(status.st_dev), quint64(status.st_ino), qint64(status.st_size),
-            nanoseconds(times.modified), nanoseconds(times.changed)};
-}
 
 /// Where a file is, or will be: its folder, open, and what stands there now.
 struct Target
@@ -40,7 +31,7 @@ struct Target
     FileDescriptor file; ///< none when nothing is there
     struct stat status = {};
 
-    [[nodiscard]] FileVersion version() const { return versionOf(status); }
+    [[nodiscard]] FileVersion version() const { return stampOf(status); }
 };
 
 /// The path without links at its end, also when the last one leads nowhere.
@@ -112,16 +103,14 @@ class Temporary
 {
 public:
     Temporary(int folder, mode_t mode)
-        : m_place{folder, ".Brimvale-" +
-                              QByteArray::number(QRandomGenerator::system()->generate64(), 16) +
-                              ".partial"}
+        : m_place{folder, FileTree::partialName()}
         , m_file(::openat(folder, m_place.name.constData(),
                           O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode))
     {
         if (m_file && ::fstat(m_file.get(), &m_identity) == 0)
             return;
         const int error = errno;
-        if (error != EEXIST)
+        if (m_file || error != EEXIST)
             ::unlinkat(folder, m_place.name.constData(), 0);
         m_file = FileDescriptor();
         errno = error;
@@ -148,9 +137,7 @@ public:
 
     [[nodiscard]] bool isAt(const Place &place) const
     {
-        struct stat there = {};
-        return ::fstatat(place.folder, place.name.constData(), &there, AT_SYMLINK_NOFOLLOW) == 0 &&
-               there.st_dev == m_identity.st_dev && there.st_ino == m_identity.st_ino;
+        return FileTree::presence(stampOf(m_identity), place) == FileTree::Presence::There;
     }
 
 private:
@@ -188,42 +175,39 @@ Outcome flushName(const Place &place)
 /// For a file system on which two files cannot change places.
 Outcome renameOver(const Temporary &temporary, const Place &place)
 {
-    if (::renameat(place.folder, temporary.place().name.constData(), place.folder,
-                   place.name.constData()) != 0 &&
-        !temporary.isAt(place))
-        return failure(u"cannot name it"_s, errno);
+    const char *from = temporary.place().name.constData();
+    const bool done = ::renameat(place.folder, from, place.folder, place.name.constData()) == 0;
+    const int error = done ? 0 : errno;
+    if (!done && !temporary.isAt(place))
+        return failure(u"cannot name it"_s, error);
     return flushName(place);
-}
-
-/// Of what came out of an exchange everything but the time of the exchange.
-bool isVersion(const Place &place, FileVersion version)
-{
-    struct stat status = {};
-    if (::fstatat(place.folder, place.name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return false;
-    version.changed = versionOf(status).changed;
-    return versionOf(status) == version;
 }
 
 Outcome takePlaceOf(const Target &original, const Temporary &temporary)
 {
     const Place &place = original.place;
-    struct stat status = {};
-    if (::fstatat(place.folder, place.name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return failure(u"cannot find it any more"_s, errno);
-    if (versionOf(status) != original.version())
+    FileVersion found;
+    int error = FileTree::stampAt(place, &found);
+    if (error != 0)
+        return failure(u"cannot find it any more"_s, error);
+    if (found != original.version())
         return anothersVersion();
-    const int error = WholeFileNative::exchange(temporary.place(), place);
+    error = WholeFileNative::exchange(temporary.place(), place);
     if (error == EINVAL || error == ENOTSUP || error == ENOSYS)
         return renameOver(temporary, place);
     if (error != 0 && !temporary.isAt(place))
         return failure(u"cannot name it"_s, error);
-    // The old file is not gone before the new one's name is on the disk.
-    Outcome done =
-        isVersion(temporary.place(), original.version()) ? flushName(place) : anothersVersion();
-    if (done)
-        ::unlinkat(place.folder, temporary.place().name.constData(), 0);
-    else
+    // What came out is what was read, or goes back; and it is not gone before the new file's name
+    // is on the disk.
+    const bool isSame = FileTree::stampAt(temporary.place(), &found) == 0 &&
+                        found.hasSameContent(original.version());
+    Outcome done = isSame ? flushName(place) : anothersVersion();
+    if (done && ::unlinkat(place.folder, temporary.place().name.constData(), 0) != 0) {
+        error = errno;
+        if (FileTree::stampAt(temporary.place(), &found) != ENOENT)
+            done = failure(u"cannot remove the old one"_s, error);
+    }
+    if (!done)
         std::ignore = WholeFileNative::exchange(temporary.place(), place);
     return done;
 }
@@ -255,7 +239,7 @@ Result<WholeFile> readWholeFile(const QString &path)
         return failure(u"cannot open "_s + path, errno);
     if (!S_ISREG(status.st_mode) || status.st_size > largestFile)
         return Failure{path + u" is no regular file, or too large a one"_s};
-    WholeFile whole{QByteArray(status.st_size, Qt::Uninitialized), versionOf(status)};
+    WholeFile whole{QByteArray(status.st_size, Qt::Uninitialized), stampOf(status)};
     qsizetype length = 0;
     while (length < whole.content.size()) {
         const ssize_t got = ::read(file.get(), whole.content.data() + length,
@@ -278,6 +262,7 @@ Result<FileVersion> writeWholeFile(const QString &path, const std::optional<File
         return Failure{target.reason()};
     if (target->file && target->version() != version)
         return anothersVersion();
+    std::ignore = FileTree::removeOldPartials(target->folder.get());
     // What others may not read they do not read while it grows either.
     Temporary temporary(target->folder.get(), target->file ? S_IRUSR | S_IWUSR : 0666);
     if (!temporary)
@@ -288,8 +273,7 @@ Result<FileVersion> writeWholeFile(const QString &path, const std::optional<File
                             : takeFreePlace(target->place, temporary);
     if (!done)
         return Failure{u"cannot write %1: %2"_s.arg(path, done.reason())};
-    struct stat status = {}; // a version that no file has when nobody can tell
-    std::ignore = ::fstatat(target->place.folder, target->place.name.constData(), &status,
-                            AT_SYMLINK_NOFOLLOW);
-    return versionOf(status);
+    FileVersion written; // one that no file has, when nobody can tell
+    std::ignore = FileTree::stampAt(target->place, &written);
+    return written;
 }

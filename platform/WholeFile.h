@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Result.h"
+#include "Stamp.h"
 
 #include <QByteArray>
 
@@ -10,17 +11,8 @@
 class QIODevice;
 
 /// Which version of which file it is: another one as soon as anybody writes to the file or
-/// replaces it. Times are in nanoseconds.
-struct FileVersion
-{
-    quint64 device = 0;
-    quint64 inode = 0;
-    qint64 size = 0;
-    qint64 modified = 0;
-    qint64 changed = 0;
-
-    bool operator==(const FileVersion &) const = default;
-};
+/// replaces it.
+using FileVersion = FileTree::Stamp;
 
 struct WholeFile
 {
@@ -43,7 +35,7 @@ using FileWriter = std::function<bool(QIODevice &)>;
 /// are kept; owner and group too where the user may: another group gets no more than everybody.
 /// Refused when the file or its folder is marked read-only, and when the file that is there is
 /// not the version that the caller has read; one that went meanwhile is made again.
-/// It grows beside the file under a hidden name, ".Brimvale-….partial", which only a killed
-/// program leaves behind.
+/// It grows beside the file under a hidden name, ".Brimvale-….partial". A killed program leaves
+/// that behind, or the old file under it; both go with a later write in the folder.
 Result<FileVersion> writeWholeFile(const QString &path, const std::optional<FileVersion> &version,
                                    const FileWriter &write);

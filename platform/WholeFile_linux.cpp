@@ -7,11 +7,6 @@
 
 namespace WholeFileNative {
 
-Times timesOf(const struct stat &status)
-{
-    return {status.st_mtim, status.st_ctim};
-}
-
 int exchange(const FileTree::Place &one, const FileTree::Place &other)
 {
     const bool done = ::renameat2(one.folder, one.name.constData(), other.folder,

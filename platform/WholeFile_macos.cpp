@@ -6,11 +6,6 @@
 
 namespace WholeFileNative {
 
-Times timesOf(const struct stat &status)
-{
-    return {status.st_mtimespec, status.st_ctimespec};
-}
-
 int exchange(const FileTree::Place &one, const FileTree::Place &other)
 {
     const bool done = ::renameatx_np(one.folder, one.name.constData(), other.folder,

@@ -1,19 +1,10 @@
 #pragma once
 
 #include "FileTree_p.h"
-#include "WholeFile.h"
 
 /// What whole files ask of the system beyond plain POSIX: one file for each platform. An int that
 /// is returned is an error number, 0 for success.
 namespace WholeFileNative {
-
-struct Times
-{
-    timespec modified;
-    timespec changed;
-};
-
-Times timesOf(const struct stat &status);
 
 /// Lets two files change places in one step: EINVAL, ENOTSUP or ENOSYS where the file system
 /// cannot do that.

@@ -60,5 +60,7 @@ struct Operation
 bool isLeftover(const std::string &path);
 
 std::vector<Operation> fileOperations();
+/// On a document and on the settings.
+std::vector<Operation> documentOperations();
 
 } // namespace Faults

@@ -260,7 +260,10 @@ int main(int argc, char *argv[])
                              ::stat(other.c_str(), &there) == 0 && here.st_dev != there.st_dev;
 
     int problems = 0;
-    for (const Operation &operation : fileOperations()) {
+    std::vector<Operation> operations = fileOperations();
+    for (const Operation &operation : documentOperations())
+        operations.push_back(operation);
+    for (const Operation &operation : operations) {
         if (!wanted.isEmpty() && !wanted.contains(QString::fromStdString(operation.name)))
             continue;
         if (operation.needsTwoDisks && !areTwoDisks) {
