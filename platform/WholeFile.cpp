@@ -84,14 +84,17 @@ int keepAttributes(const Target &original, int file)
 {
     const struct stat &status = original.status;
     mode_t mode = status.st_mode & 07777;
-    if (::fchown(file, status.st_uid, status.st_gid) != 0) {
+    struct stat kept = {};
+    if (::fstat(file, &kept) != 0)
+        return errno;
+    const bool isSameOwner = kept.st_uid == status.st_uid && kept.st_gid == status.st_gid;
+    if (!isSameOwner && ::fchown(file, status.st_uid, status.st_gid) != 0) {
         mode &= ~mode_t(S_ISUID | S_ISGID); // not for another owner
         if (::fchown(file, uid_t(-1), status.st_gid) != 0)
             mode = (mode & ~mode_t(S_IRWXG)) | mode_t((mode & S_IRWXO) << 3);
     }
     if (const int error = FileTree::Native::copyExtendedAttributes(original.file.get(), file))
         return error;
-    struct stat kept = {};
     if (::fstat(file, &kept) != 0)
         return errno;
     const bool isKept = (kept.st_mode & 07777) == mode;

@@ -9,6 +9,7 @@
 #include <QSettings>
 
 #include <functional>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +26,11 @@ QString filePath()
     return QFileInfo(beside.fileName()).path() + u"/Brimvale/Brimvale.conf"_s;
 }
 
+bool isSameContent(const std::optional<FileVersion> &one, const std::optional<FileVersion> &other)
+{
+    return one && other ? one->hasSameContent(*other) : one == other;
+}
+
 Outcome change(const std::function<void(IniText &)> &edit)
 {
     const QString path = filePath();
@@ -35,18 +41,24 @@ Outcome change(const std::function<void(IniText &)> &edit)
     // Another program's version may come between, if it does not know the lock.
     constexpr int tries = 3;
     Outcome done;
+    std::optional<FileVersion> last;
+    QByteArray wanted;
     for (int index = 0; index == 0 || (!done && index < tries); ++index) {
         Result<WholeFile> file = readWholeFile(path);
         if (!file)
             return Failure{file.reason()};
+        if (index > 0 && (isSameContent(last, file->version) || file->content == wanted))
+            return done; // it was not that
+        last = file->version;
         IniText text(file->content);
         const QByteArray before = text.text();
         edit(text);
-        if (text.text() == before)
+        wanted = text.text();
+        if (wanted == before)
             return {};
         const Result<FileVersion> written =
-            writeWholeFile(path, file->version, [&text](QIODevice &device) {
-                return device.write(text.text()) == text.text().size();
+            writeWholeFile(path, file->version, [&wanted](QIODevice &device) {
+                return device.write(wanted) == wanted.size();
             });
         done = written ? Outcome() : Failure{written.reason()};
     }
