@@ -227,6 +227,34 @@ void Trial::inFull()
         everywhere({Shim::Kind::Race}, &race);
 }
 
+/// 0 when nothing is wrong.
+int tryOn(const Operation &operation, bool inFull)
+{
+    Disks disks = {"/dev/shm/brimvale-faults-XXXXXX",
+                   (fs::temp_directory_path() / "brimvale-faults-XXXXXX").string()};
+    struct stat home = {};
+    struct stat other = {};
+    if (!::mkdtemp(disks.home.data()) || !::mkdtemp(disks.other.data()) ||
+        ::stat(disks.home.c_str(), &home) != 0 || ::stat(disks.other.c_str(), &other) != 0) {
+        std::printf("no folder to be had in /dev/shm and for temporary files\n");
+        return 1;
+    }
+    ::setenv("HOME", disks.home.c_str(), 1);
+    ::setenv("XDG_DATA_HOME", (disks.home + "/data").c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", (disks.home + "/config").c_str(), 1);
+
+    Trial trial(operation, disks);
+    if (operation.needsTwoDisks && home.st_dev == other.st_dev)
+        std::printf("%s: SKIPPED, /dev/shm and the temporary files share a file system\n",
+                    operation.name.c_str());
+    else
+        inFull ? trial.inFull() : trial.inShort();
+    std::printf("%s: %d runs, %d problems\n", operation.name.c_str(), trial.runs, trial.problems);
+    fs::remove_all(disks.home);
+    fs::remove_all(disks.other);
+    return trial.problems == 0 ? 0 : 1;
+}
+
 } // namespace
 
 bool isLeftover(const std::string &path)
@@ -244,40 +272,25 @@ int main(int argc, char *argv[])
     QStringList wanted = QCoreApplication::arguments().mid(1);
     const bool inFull = wanted.removeAll(QStringLiteral("full")) > 0;
 
-    std::string home = "/dev/shm/brimvale-faults-XXXXXX";
-    std::string other = (fs::temp_directory_path() / "brimvale-faults-XXXXXX").string();
-    if (!::mkdtemp(home.data()) || !::mkdtemp(other.data())) {
-        std::printf("SKIPPED: no folder to be had in /dev/shm or for temporary files\n");
-        return 77;
-    }
-    ::setenv("HOME", home.c_str(), 1);
-    ::setenv("XDG_DATA_HOME", (home + "/data").c_str(), 1);
-    ::setenv("XDG_CONFIG_HOME", (home + "/config").c_str(), 1);
-
-    struct stat here = {};
-    struct stat there = {};
-    const bool areTwoDisks = ::stat(home.c_str(), &here) == 0 &&
-                             ::stat(other.c_str(), &there) == 0 && here.st_dev != there.st_dev;
-
-    int problems = 0;
+    // One process for each operation: they wait more than they work.
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    int result = 0;
+    std::vector<pid_t> workers;
     std::vector<Operation> operations = fileOperations();
     for (const Operation &operation : documentOperations())
         operations.push_back(operation);
     for (const Operation &operation : operations) {
         if (!wanted.isEmpty() && !wanted.contains(QString::fromStdString(operation.name)))
             continue;
-        if (operation.needsTwoDisks && !areTwoDisks) {
-            std::printf("%s: SKIPPED, /dev/shm and the temporary files share a file system\n",
-                        operation.name.c_str());
-            continue;
-        }
-        Trial trial(operation, {home, other});
-        inFull ? trial.inFull() : trial.inShort();
-        std::printf("%s: %d runs, %d problems\n", operation.name.c_str(), trial.runs,
-                    trial.problems);
-        problems += trial.problems;
+        workers.push_back(::fork());
+        if (workers.back() == 0)
+            std::_Exit(tryOn(operation, inFull));
     }
-    fs::remove_all(home);
-    fs::remove_all(other);
-    return problems == 0 ? 0 : 1;
+    for (const pid_t worker : workers) {
+        int status = 0;
+        ::waitpid(worker, &status, 0);
+        if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+            result = 1;
+    }
+    return result;
 }
