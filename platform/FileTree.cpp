@@ -189,14 +189,6 @@ Outcome copy(const Item &source, const Item &destination, const ProgressHandler 
     return copied ? Outcome() : Failure{copied.reason()};
 }
 
-Outcome copyExtendedAttributes(const QString &path, int descriptor)
-{
-    const FileDescriptor original(
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    const int error = original ? Native::copyExtendedAttributes(original.get(), descriptor) : errno;
-    return outcome(u"cannot keep the attributes of "_s + path, error);
-}
-
 Outcome flush(const QString &folder, const ProgressHandler &progress)
 {
     const QByteArray path = QFile::encodeName(Path::expandingTilde(folder));

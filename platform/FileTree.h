@@ -57,10 +57,6 @@ Outcome move(const Item &source, const Item &destination, const ProgressHandler 
 /// like a move.
 Outcome copy(const Item &source, const Item &destination, const ProgressHandler &progress = {});
 
-/// Gives an open file, which is about to replace the one at this path, that one's extended
-/// attributes and access lists.
-Outcome copyExtendedAttributes(const QString &path, int descriptor);
-
 /// Returns when everything in the file system of this folder is on the disk.
 Outcome flush(const QString &folder, const ProgressHandler &progress = {});
 

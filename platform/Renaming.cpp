@@ -25,8 +25,12 @@ int renameByReservation(const Stamp &item, bool isFolder, const Place &from, con
     const char *source = from.name.constData();
     const char *target = to.name.constData();
     if (isFolder) {
-        if (::mkdirat(to.folder, target, S_IRWXU) != 0)
-            return errno;
+        if (::mkdirat(to.folder, target, S_IRWXU) != 0) {
+            const int error = errno;
+            if (error != EEXIST) // it may be there all the same
+                ::unlinkat(to.folder, target, AT_REMOVEDIR);
+            return error;
+        }
         if (::renameat(from.folder, source, to.folder, target) == 0)
             return 0;
     } else {
@@ -71,14 +75,15 @@ bool isOtherLetterCase(const Stamp &item, const Place &from, const Place &to)
 
 int renameLetterCase(const Place &from, const Place &to)
 {
+    int error = 0;
     if (::renameat(from.folder, from.name.constData(), to.folder, to.name.constData()) != 0)
-        return errno;
+        error = errno;
     const Result<bool> done = isListed(to);
-    if (!done || *done)
-        return 0;
+    if (error != 0 || !done || *done)
+        return done && *done ? 0 : error;
     // Some systems take both names for one file, for which there is nothing to do.
     const Place aside = {from.folder, asideName()};
-    int error = Native::renameNoReplace(from, aside);
+    error = Native::renameNoReplace(from, aside);
     if (error == 0)
         error = Native::renameNoReplace(aside, to);
     if (error != 0)

@@ -89,7 +89,9 @@ QString accountForTree(const Snapshot &before, const Snapshot &after, Ending end
     const Snapshot source = partOf(after, from);
     const Snapshot arrived = partOf(after, to);
     const bool hasArrived = arrived == tree;
-    if (!hasArrived && !arrived.empty())
+    const bool isReserved = arrived.size() == 1 && ending == Ending::Killed &&
+                            arrived.begin()->second.kind == State::Kind::Folder;
+    if (!hasArrived && !arrived.empty() && !isReserved)
         return u"the destination is half a tree"_s;
     if (!hasArrived && source != tree)
         return u"the tree is lost"_s;
@@ -182,15 +184,17 @@ std::vector<Race> races()
     };
 }
 
-Operation treeOperation(const std::string &name, bool moves, bool crosses)
+/// Copies or moves "home/Tree".
+Operation treeOperation(const std::string &name, bool moves, const std::string &to,
+                        const std::function<void(const fs::path &)> &make = makeTree)
 {
-    const std::string to = crosses ? "other/Arrived" : "home/To/Arrived";
-    const auto path = [to](const Disks &disks) {
-        return (to.starts_with("other") ? disks.other : disks.home) + to.substr(to.find('/'));
+    const bool crosses = to.starts_with("other");
+    const auto path = [to, crosses](const Disks &disks) {
+        return (crosses ? disks.other : disks.home) + to.substr(to.find('/'));
     };
     return {name,
-            [](const Disks &disks) {
-                makeTree(fs::path(disks.home) / "Tree");
+            [make](const Disks &disks) {
+                make(fs::path(disks.home) / "Tree");
                 write(fs::path(disks.home) / "To" / "neighbour", "neighbour");
             },
             [moves, path](const Disks &disks) {
@@ -201,7 +205,30 @@ Operation treeOperation(const std::string &name, bool moves, bool crosses)
                 return accountForTree(before, after, ending, moves, "home/Tree", to);
             },
             crosses,
+            {},
             moves ? races() : std::vector<Race>()};
+}
+
+Operation onSystem(Operation operation, const Shim::System &system)
+{
+    operation.system = system;
+    operation.races.clear();
+    return operation;
+}
+
+/// So many that a second thread takes its share.
+void makeManyLinks(const fs::path &tree)
+{
+    fs::create_directories(tree);
+    for (int link = 0; link < 66; ++link) {
+        fs::create_symlink("nowhere", tree / std::to_string(link));
+        makeOld(tree / std::to_string(link));
+    }
+}
+
+void makeFile(const fs::path &path)
+{
+    write(path, "file");
 }
 
 Operation trashOperation()
@@ -248,10 +275,17 @@ Operation replaceOperation()
 
 std::vector<Operation> fileOperations()
 {
+    const std::string place = "home/To/Arrived";
+    const Shim::System replacing = {EINVAL};
     return {
-        treeOperation("copy", false, false),
-        treeOperation("move", true, false),
-        treeOperation("move-across", true, true),
+        treeOperation("copy", false, place),
+        onSystem(treeOperation("copy-by-two", false, place, makeManyLinks), {0, false, 60}),
+        treeOperation("move", true, place),
+        treeOperation("move-across", true, "other/Arrived"),
+        treeOperation("move-file-across", true, "other/Arrived", makeFile),
+        onSystem(treeOperation("move-reserving", true, place), replacing),
+        onSystem(treeOperation("move-file-reserving", true, place, makeFile), replacing),
+        onSystem(treeOperation("rename-letters", true, "home/TREE"), {0, true}),
         trashOperation(),
         replaceOperation(),
     };

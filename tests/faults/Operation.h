@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Shim.h"
+
 #include <QString>
 
 #include <functional>
@@ -52,6 +54,7 @@ struct Operation
     /// What is lost, doubled, half or wrong after one failure; empty when all is well.
     std::function<QString(const Snapshot &before, const Snapshot &after, Ending ending)> account;
     bool needsTwoDisks = false;
+    Shim::System system = {};
     /// What they write is never lost, and nobody dies of it.
     std::vector<Race> races = {};
 };

@@ -2,11 +2,18 @@
 
 #include <dirent.h>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
+#include <string>
+#include <thread>
 #include <type_traits>
 
 namespace Shim {
@@ -16,6 +23,13 @@ namespace {
 std::vector<Fault> faults;
 Report *report = nullptr;
 std::atomic<bool> isArmed = false;
+System theSystem;
+std::thread::id armedBy;
+
+bool isLeftOut()
+{
+    return theSystem.callsOfOthers != 0 && std::this_thread::get_id() == armedBy;
+}
 
 /// The answer of a call that failed.
 template <class Answer>
@@ -32,7 +46,7 @@ Answer failed(int error)
 template <class Answer, class Call>
 Answer pass(const char *name, size_t *size, const Call &call)
 {
-    if (!isArmed)
+    if (!isArmed || isLeftOut())
         return call();
     const int number = ++report->calls;
     for (const Fault &fault : faults) {
@@ -62,12 +76,52 @@ Answer pass(const char *name, size_t *size, const Call &call)
     return call();
 }
 
+std::string folded(const char *name)
+{
+    std::string lower = name;
+    std::transform(lower.begin(), lower.end(), lower.begin(), ::tolower);
+    return isArmed && theSystem.foldsCase ? lower : name;
+}
+
+/// Calls the C library's.
+template <class Function, class... Arguments>
+auto original(const char *name, Function *, Arguments... arguments)
+{
+    return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name))(arguments...);
+}
+
+int statAt(int at, const char *path, struct stat *to, int flags)
+{
+    const int answer = original("fstatat", &::fstatat, at, path, to, flags);
+    return answer == 0 ? 0 : original("fstatat", &::fstatat, at, folded(path).c_str(), to, flags);
+}
+
+int renameOnSystem(int fromAt, const char *from, int toAt, const char *to, unsigned flags)
+{
+    struct stat status = {};
+    if (isArmed && theSystem.renameError != 0)
+        return failed<int>(theSystem.renameError);
+    if (folded(to) != to && statAt(toAt, to, &status, AT_SYMLINK_NOFOLLOW) == 0)
+        return failed<int>(EEXIST);
+    return original("renameat2", &::renameat2, fromAt, from, toAt, to, flags);
+}
+
+int linkInTurn(const char *target, int at, const char *path)
+{
+    while (isArmed && isLeftOut() && report->calls < theSystem.callsOfOthers &&
+           !report->hasHappened)
+        std::this_thread::yield();
+    return original("symlinkat", &::symlinkat, target, at, path);
+}
+
 } // namespace
 
-void arm(std::vector<Fault> those, Report *to)
+void arm(std::vector<Fault> those, Report *to, const System &system)
 {
     faults = std::move(those);
     report = to;
+    theSystem = system;
+    armedBy = std::this_thread::get_id();
     isArmed = true;
 }
 
@@ -81,6 +135,12 @@ void disarm()
 // Defined in the executable, under the C library's names, these are also what the shared libraries
 // of the program call.
 // NOLINTBEGIN(bugprone-macro-parentheses, cppcoreguidelines-macro-usage)
+#define STAND_IN_FOR(answer, name, size, parameters, call)                                         \
+    extern "C" answer standInFor_##name parameters __asm__(#name);                                 \
+    answer standInFor_##name parameters                                                            \
+    {                                                                                              \
+        return Shim::pass<answer>(#name, size, [&] { return call; });                              \
+    }
 #define STAND_IN_SIZED(answer, name, size, parameters, arguments)                                  \
     extern "C" answer standInFor_##name parameters __asm__(#name);                                 \
     answer standInFor_##name parameters                                                            \
@@ -92,13 +152,8 @@ void disarm()
 #define STAND_IN(answer, name, parameters, arguments)                                              \
     STAND_IN_SIZED(answer, name, nullptr, parameters, arguments)
 
-/// Power is not at stake here, so the wait for the disk is spared.
-#define FLUSH(name)                                                                                \
-    extern "C" int standInFor_##name(int file) __asm__(#name);                                     \
-    int standInFor_##name(int)                                                                     \
-    {                                                                                              \
-        return Shim::pass<int>(#name, nullptr, [] { return 0; });                                  \
-    }
+// Power is not at stake here, so the wait for the disk is spared.
+#define FLUSH(name) STAND_IN_FOR(int, name, nullptr, (int), 0)
 
 STAND_IN(int, open, (const char *path, int flags, mode_t mode), (path, flags, mode))
 STAND_IN(int, open64, (const char *path, int flags, mode_t mode), (path, flags, mode))
@@ -124,8 +179,8 @@ STAND_IN(int, lstat, (const char *path, struct stat *to), (path, to))
 STAND_IN(int, lstat64, (const char *path, struct stat *to), (path, to))
 STAND_IN(int, fstat, (int file, struct stat *to), (file, to))
 STAND_IN(int, fstat64, (int file, struct stat *to), (file, to))
-STAND_IN(int, fstatat, (int at, const char *path, struct stat *to, int flags),
-         (at, path, to, flags))
+STAND_IN_FOR(int, fstatat, nullptr, (int at, const char *path, struct stat *to, int flags),
+             Shim::statAt(at, path, to, flags))
 STAND_IN(int, statx, (int at, const char *path, int flags, unsigned mask, void *to),
          (at, path, flags, mask, to))
 STAND_IN(DIR *, fdopendir, (int file), (file))
@@ -138,14 +193,16 @@ STAND_IN(int, unlinkat, (int at, const char *path, int flags), (at, path, flags)
 STAND_IN(int, link, (const char *from, const char *to), (from, to))
 STAND_IN(int, linkat, (int fromAt, const char *from, int toAt, const char *to, int flags),
          (fromAt, from, toAt, to, flags))
-STAND_IN(int, symlinkat, (const char *target, int at, const char *path), (target, at, path))
+STAND_IN_FOR(int, symlinkat, nullptr, (const char *target, int at, const char *path),
+             Shim::linkInTurn(target, at, path))
 STAND_IN(ssize_t, readlinkat, (int at, const char *path, char *to, size_t size),
          (at, path, to, size))
 STAND_IN(int, rename, (const char *from, const char *to), (from, to))
 STAND_IN(int, renameat, (int fromAt, const char *from, int toAt, const char *to),
          (fromAt, from, toAt, to))
-STAND_IN(int, renameat2, (int fromAt, const char *from, int toAt, const char *to, unsigned flags),
-         (fromAt, from, toAt, to, flags))
+STAND_IN_FOR(int, renameat2, nullptr,
+             (int fromAt, const char *from, int toAt, const char *to, unsigned flags),
+             Shim::renameOnSystem(fromAt, from, toAt, to, flags))
 STAND_IN(int, fchmod, (int file, mode_t mode), (file, mode))
 STAND_IN(int, fchmodat, (int at, const char *path, mode_t mode, int flags), (at, path, mode, flags))
 STAND_IN(int, fchown, (int file, uid_t user, gid_t group), (file, user, group))
@@ -159,6 +216,7 @@ STAND_IN(ssize_t, fgetxattr, (int file, const char *name, void *value, size_t si
          (file, name, value, size))
 STAND_IN(int, fsetxattr, (int file, const char *name, const void *value, size_t size, int flags),
          (file, name, value, size, flags))
+STAND_IN(int, fremovexattr, (int file, const char *name), (file, name))
 FLUSH(fsync)
 FLUSH(fdatasync)
 FLUSH(syncfs)

@@ -29,11 +29,21 @@ struct Report
 {
     std::atomic<int> calls = 0;
     char name[32] = {}; ///< of the last call that a fault met
-    bool hasHappened = false;
+    std::atomic<bool> hasHappened = false;
+};
+
+/// What else the program runs on than this machine.
+struct System
+{
+    int renameError = 0;    ///< of a rename that is to refuse an existing destination
+    bool foldsCase = false; ///< "Glow" and "GLOW" lead to what is called "glow"
+    /// Counts no call of the thread that arms, and lets it make no link before others have made
+    /// so many calls.
+    int callsOfOthers = 0;
 };
 
 /// From now on calls are counted and meet these faults.
-void arm(std::vector<Fault> faults, Report *report);
+void arm(std::vector<Fault> faults, Report *report, const System &system = {});
 void disarm();
 
 } // namespace Shim

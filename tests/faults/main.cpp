@@ -116,7 +116,7 @@ Ending Trial::run(const std::vector<Shim::Fault> &faults)
     const pid_t child = ::fork();
     if (child == 0) {
         ::alarm(secondsToHang);
-        Shim::arm(faults, m_report);
+        Shim::arm(faults, m_report, m_operation.system);
         const bool done = m_operation.run(m_disks);
         Shim::disarm();
         std::_Exit(done ? 0 : 1);

@@ -1,35 +1,20 @@
 #include "platform/FileTree.h"
+#include "tests/faults/Shim.h"
 #include "tests/support/TestHome.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
+#include <QStorageInfo>
+#include <QUrl>
 
-#include <sys/syscall.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-int errorOfRenames = 0;
-
-const QString trashFolder = u".local/share/Trash/"_s;
-
-} // namespace
-
-/// Stands in for the C library's, to be a file system that does not refuse to replace.
-// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
-extern "C" int renameat2(int fromFolder, const char *from, int toFolder, const char *to,
-                         unsigned int flags) noexcept
-{
-    if (errorOfRenames == 0)
-        return int(::syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
-    errno = errorOfRenames;
-    return -1;
-}
+static const QString trashFolder = u".local/share/Trash/"_s;
 
 /// File systems with lesser renames, and the trash that the file manager restores from.
 class LinuxFileTreeTest : public QObject
@@ -38,9 +23,9 @@ class LinuxFileTreeTest : public QObject
 
 private Q_SLOTS:
     void move_whereRenamesReplace_overwritesNothing();
-    void copy_keepsTheUsersAttributes();
     void trash_isRestorable();
     void trash_ofNameAlreadyInIt_keepsBoth();
+    void trash_onOtherFileSystem_isRestorable();
     void unusableTrash_leavesTheItem();
 };
 
@@ -52,8 +37,9 @@ void LinuxFileTreeTest::move_whereRenamesReplace_overwritesNothing()
     home.makeFile(u"To/file"_s, "other");
     home.makeFolder(u"To/empty"_s);
     const auto before = home.snapshot();
-    errorOfRenames = EINVAL;
-    const auto restore = qScopeGuard([] { errorOfRenames = 0; });
+    Shim::Report report;
+    Shim::arm({}, &report, {EINVAL});
+    const auto restore = qScopeGuard([] { Shim::disarm(); });
 
     QVERIFY(!FileTree::move({u"~"_s, u"file"_s}, {u"~/To"_s, u"file"_s}));
     QVERIFY(!FileTree::move({u"~"_s, u"Folder"_s}, {u"~/To"_s, u"empty"_s}));
@@ -62,23 +48,6 @@ void LinuxFileTreeTest::move_whereRenamesReplace_overwritesNothing()
     QVERIFY(FileTree::move({u"~"_s, u"Folder"_s}, {u"~/To"_s, u"Folder"_s}));
     QCOMPARE(home.names({}), {u"To"_s});
     QCOMPARE(home.names(u"To/Folder"_s), {u"file"_s});
-}
-
-void LinuxFileTreeTest::copy_keepsTheUsersAttributes()
-{
-    const TestHome home;
-    const QByteArray file = home.makeFile(u"Glow/file"_s).toUtf8();
-    if (::setxattr(file.constData(), "user.tag", "red", 3, 0) != 0)
-        QSKIP("the file system of the test keeps no such attributes");
-    QVERIFY(FileTree::copy({u"~"_s, u"Glow"_s}, {u"~"_s, u"Copy"_s}));
-    QFile other(home.makeFile(u"other"_s));
-    QVERIFY(other.open(QIODevice::ReadWrite));
-    QVERIFY(FileTree::copyExtendedAttributes(QString::fromUtf8(file), other.handle()));
-    for (const QString &path : {home.path(u"Copy/file"_s), other.fileName()}) {
-        QByteArray tag(3, '-');
-        ::getxattr(path.toUtf8().constData(), "user.tag", tag.data(), 3);
-        QCOMPARE(tag, "red");
-    }
 }
 
 void LinuxFileTreeTest::trash_isRestorable()
@@ -115,6 +84,33 @@ void LinuxFileTreeTest::trash_ofNameAlreadyInIt_keepsBoth()
     QCOMPARE(home.read(trashFolder + u"files/Glow.3/file"_s), "first");
     QCOMPARE(home.names(trashFolder + u"info"_s),
              (QStringList{u"Glow.2.trashinfo"_s, u"Glow.3.trashinfo"_s}));
+}
+
+void LinuxFileTreeTest::trash_onOtherFileSystem_isRestorable()
+{
+    const TestHome home;
+    const QTemporaryDir elsewhere(u"/dev/shm/brimvale-test-XXXXXX"_s);
+    const QStorageInfo disk(elsewhere.path());
+    if (!elsewhere.isValid() || disk == QStorageInfo(home.path()))
+        QSKIP("no second file system");
+    const QString name = u"Glow of "_s + QFileInfo(elsewhere.path()).fileName();
+    QVERIFY(QDir(elsewhere.path()).mkpath(name + u"/inside"_s));
+
+    QVERIFY(FileTree::trash({elsewhere.path(), name}));
+
+    QVERIFY(!QFileInfo::exists(elsewhere.filePath(name)));
+    const QString trash = disk.rootPath() + u"/.Trash-%1/"_s.arg(::getuid());
+    QVERIFY(QDir(trash + u"files/"_s + name).exists(u"inside"_s));
+    QFile record(trash + u"info/"_s + name + u".trashinfo"_s);
+    QVERIFY(record.open(QFile::ReadOnly));
+    // By the path from the top of its disk.
+    const QString path = QDir(disk.rootPath()).relativeFilePath(elsewhere.filePath(name));
+    const QByteArray start = "[Trash Info]\nPath=" + QUrl::toPercentEncoding(path, "/") + '\n';
+    QVERIFY(record.readAll().startsWith(start));
+    QVERIFY(record.remove());
+    QVERIFY(QDir(trash + u"files/"_s + name).removeRecursively());
+    for (const char *folder : {"files", "info", ""})
+        QDir().rmdir(trash + QLatin1String(folder)); // when nothing else is in it
 }
 
 void LinuxFileTreeTest::unusableTrash_leavesTheItem()
