@@ -205,7 +205,6 @@ Operation treeOperation(const std::string &name, bool moves, const std::string &
                 return accountForTree(before, after, ending, moves, "home/Tree", to);
             },
             crosses,
-            {},
             moves ? races() : std::vector<Race>()};
 }
 

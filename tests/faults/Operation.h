@@ -54,9 +54,9 @@ struct Operation
     /// What is lost, doubled, half or wrong after one failure; empty when all is well.
     std::function<QString(const Snapshot &before, const Snapshot &after, Ending ending)> account;
     bool needsTwoDisks = false;
-    Shim::System system = {};
     /// What they write is never lost, and nobody dies of it.
     std::vector<Race> races = {};
+    Shim::System system = {};
 };
 
 /// Of a copy or a save that did not come to its end; what lies in it counts too.
