@@ -84,7 +84,7 @@ qsizetype addText(pugi::xml_node parent, std::string &text)
 /// The string values of the elements: the first one, and others while they are no work.
 QStringList values(const std::vector<pugi::xml_node> &elements)
 {
-    constexpr qsizetype enough = 64 * 1024; // a line of the log is no longer
+    constexpr qsizetype enough = 65536; // a line of the log is no longer
     QStringList values;
     qsizetype work = 0; // in characters and nodes
     for (auto element = elements.begin(); element != elements.end() && work < enough; ++element) {

@@ -20,7 +20,7 @@ bool isBlank(char byte)
 /// Whether a start tag, which is well-formed, refers to an entity that XML itself does not define.
 bool refersToEntity(std::string_view tag)
 {
-    for (auto at = tag.find('&'); at != tag.npos; at = tag.find('&', at + 1)) {
+    for (auto at = tag.find('&'); at != std::string_view::npos; at = tag.find('&', at + 1)) {
         const auto is = [name = tag.substr(at + 1)](auto known) { return name.starts_with(known); };
         if (!is('#') && !is("amp;") && !is("lt;") && !is("gt;") && !is("quot;") && !is("apos;"))
             return true;
@@ -48,7 +48,7 @@ public:
         XML_SetCommentHandler(parser, [](void *check, auto) { of(check).node(); });
         XML_SetProcessingInstructionHandler(parser,
                                             [](void *check, auto, auto) { of(check).node(); });
-        XML_SetStartCdataSectionHandler(parser, [](void *check) { of(check).cdataSection(); });
+        XML_SetStartCdataSectionHandler(parser, [](void *check) { of(check).node(); });
         XML_SetSkippedEntityHandler(
             parser, [](void *check, auto, auto) { of(check).stop(undefinedEntity); });
     }
@@ -75,7 +75,7 @@ private:
     {
         std::ptrdiff_t name = 0;
         bool hasText = false;  // anything but blanks
-        bool hasNodes = false; // elements, comments, processing instructions
+        bool hasNodes = false; // elements, comments, processing instructions, CDATA sections
     };
 
     static Check &of(void *check) { return *static_cast<Check *>(check); }
@@ -111,7 +111,8 @@ private:
             stop("a document type with an internal subset");
     }
 
-    /// Begins what is no text: a tag, a comment, a processing instruction.
+    /// Begins what is no text: a tag, a comment, a processing instruction, a CDATA section, whose
+    /// own text counts as text behind it.
     void markup()
     {
         const std::string_view markup = token();
@@ -128,13 +129,6 @@ private:
         markup();
         if (!m_open.empty())
             m_open.back().hasNodes = true;
-    }
-
-    /// Text in a node of its own: blanks beside it are text too.
-    void cdataSection()
-    {
-        node();
-        m_open.back().hasText = true;
     }
 
     void startElement()

@@ -17,7 +17,7 @@ void diagnosticLog(const QString &message)
 
 void diagnosticLog(const QStringList &values)
 {
-    constexpr qsizetype longest = 64 * 1024; // a file can hold thousands of long values
+    constexpr qsizetype longest = 65536; // a file can hold thousands of long values
     QString line = u"("_s + values.join(", "_L1) + u")"_s;
     if (line.size() > longest)
         line = line.first(longest) + u" ..."_s;
