@@ -7,11 +7,11 @@
 #include "platform/Workspace.h"
 #include "settings/SettingsStore.h"
 #include "widgets/Focus.h"
+#include "widgets/FolderChooser.h"
 #include "widgets/InputShield.h"
 #include "widgets/KeepPlace.h"
 #include "widgets/WholeContents.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLocale>
 
@@ -111,16 +111,17 @@ void BackupWindow::createFolderStructure()
 
 void BackupWindow::setBackupPath1()
 {
-    QFileDialog chooser(this, tr("Backup Folder Selector"));
-    chooser.setFileMode(QFileDialog::Directory);
-    chooser.setOption(QFileDialog::ShowDirsOnly);
-    chooser.setLabelText(QFileDialog::Accept, tr("Set"));
-    chooser.setLabelText(QFileDialog::LookIn,
-                         tr("Select a Backup Folder or create a New Backup Folder ..."));
-    if (const QString present = Path::expandingTilde(backupPath->text()); !present.isEmpty())
-        chooser.setDirectory(present);
-    chooser.resize(820, 520); // room for the message beside the folder
-    if (chooser.exec() != QDialog::Accepted)
+    const FolderChooser::Texts texts{tr("Backup Folder Selector"),
+                                     tr("Select a Backup Folder or create a New Backup Folder ..."),
+                                     tr("Set")};
+    const QString present = Path::expandingTilde(backupPath->text());
+    FolderChooser chooser(this, texts, FileTree::exists(present) ? present : u"~"_s,
+                          FolderChooser::Start::MayBeTaken);
+    const QString result = backupResult->text();
+    backupResult->setText(texts.message);
+    const bool isChosen = chooser.exec() == QDialog::Accepted;
+    backupResult->setText(result);
+    if (!isChosen)
         return;
     for (const QString &path : chooser.selectedFiles()) {
         backupPath->setText(path);

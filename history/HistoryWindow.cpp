@@ -76,6 +76,8 @@ void HistoryWindow::openLogsWindow()
         theTable->setFocus();
     makeKeyAndOrderFront(this);
     theTable->scrollToBottom(); // to the newest
+    theTable->selectionModel()->setCurrentIndex(
+        arrayController->index(arrayController->rowCount() - 1, 0), QItemSelectionModel::NoUpdate);
 }
 
 void HistoryWindow::printHelpText()

@@ -18,6 +18,7 @@ void MainWindowTest::changes_data()
 {
     ChangeTable::addRows(R"(
 edit := segment segController 1
+asked := backupResult=Select a Backup Folder or create a New Backup Folder ...
 chosen := click runPrefsWindow, panel My Backups, click setBackupPath1
 start | launch |
         off clearButton conformButton element frPopup mNewCatButton mSendButton setButton
@@ -95,10 +96,10 @@ click runPrefsWindow, click createFolderStructure | click mCancel | hide mCancel
 click runPrefsWindow, click createFolderStructure, close prefWindow | click runPrefsWindow |
         show prefWindow; hide existsTextField mCancel
 click runPrefsWindow | panel, click setBackupPath1 |
-        panel Backup Folder Selector / Set / Select a Backup Folder or create a New Backup Folder
-        ...
+        $asked; panel Backup Folder Selector / Set / Select a Backup Folder or create a New Backup
+        Folder ...; backupResult=Choose the folder for your backups, on another disk if you can.
 click runPrefsWindow | panel My Backups, click setBackupPath1 |
-        panel Backup Folder Selector / Set / Select a Backup Folder or create a New Backup Folder
+        $asked; panel Backup Folder Selector / Set / Select a Backup Folder or create a New Backup Folder
         ...; show theBackupButton; backupPath=~/My Backups; store theAppBackupPath=~/My Backups;
         store theFolder8899=My Backups; theFolderImage=My Backups;
         backupResult=Every backup is a complete copy. Earlier ones stay as they are.
