@@ -18,6 +18,8 @@ void BrimvaleAppDelegate::connectRooms()
     connect(renameButton, &Button::clicked, editPage, &EditPage::raiseRenameSheet);
     connect(editPage, &EditPage::renameAllowed, renameButton, &QWidget::setEnabled);
     connect(installPage, &InstallPage::installed, logWindow.get(), &HistoryWindow::addInstallation);
+    connect(installPage, &InstallPage::libraryRequested, prefWindow.get(),
+            &BackupWindow::runPrefsWindow);
     connect(installPage, &InstallPage::categoryFolderRequested, this, [this](int row) {
         constexpr std::array open{&App::openCompositionsFolder, &App::openEffectsFolder,
                                   &App::openGeneratorsFolder, &App::openTitlesFolder,

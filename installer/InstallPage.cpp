@@ -5,8 +5,10 @@
 #include "platform/Path.h"
 #include "widgets/Focus.h"
 #include "widgets/FolderChooser.h"
+#include "widgets/Legibility.h"
 #include "widgets/ProgressAnimation.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QIcon>
 #include <QShortcut>
@@ -25,6 +27,13 @@ void pressByReturn(QWidget *control, QAbstractButton *button)
     }
 }
 
+/// With the font.
+void growIcon(QAbstractButton *button, int pixels)
+{
+    button->setIcon(pictureBesideText(*button, button->icon(), pixels));
+    button->setIconSize(QSize(1, 1) * besideText(*button, pixels));
+}
+
 } // namespace
 
 InstallPage::InstallPage(QWidget *window, qint32 &count) : dropZone(window)
@@ -32,8 +41,8 @@ InstallPage::InstallPage(QWidget *window, qint32 &count) : dropZone(window)
     setupUi(this);
     catSheet = new SubCategorySheet(window);
     timer = new ProgressAnimation(progressBar, count);
-    installHintIcon->setPixmap(QIcon(u":/icons/library-64.png"_s).pixmap(QSize(64, 64)));
     wireControls();
+    wireCard();
 }
 
 void InstallPage::wireControls()
@@ -48,11 +57,18 @@ void InstallPage::wireControls()
     for (const auto &[choice, folderButton] : rows) {
         theMatrix->setId(choice, row);
         pressByReturn(choice, mSendButton);
+        growIcon(choice, 24);
+        growIcon(folderButton, 16);
         connect(folderButton, &QAbstractButton::clicked, this,
                 [this, row] { Q_EMIT categoryFolderRequested(row); });
         ++row;
     }
 
+    // Return presses it from there only, and only then does it look so.
+    connect(qApp, &QApplication::focusChanged, mSendButton, [this](QWidget *, QWidget *now) {
+        mSendButton->setDefault(now == mSendButton || theMatrix->buttons().contains(
+                                                          qobject_cast<QAbstractButton *>(now)));
+    });
     connect(this, &dropZone::hovered, installHint, &DropHint::setHighlighted);
     connect(input, &QLineEdit::returnPressed, this, &InstallPage::setPathEnter);
     connect(input, &QLineEdit::editingFinished, this, &InstallPage::leaveInput);
@@ -114,6 +130,12 @@ void InstallPage::doOpen()
     auto *selector =
         new FolderChooser(window(), texts, u"~/Desktop"_s, FolderChooser::Start::IsOnlyTheStart);
     selector->setAttribute(Qt::WA_DeleteOnClose);
+    isChoosing = true;
+    refreshCard(); // which shows the message where the desktop's own selector does not
+    connect(selector, &QDialog::finished, this, [this] {
+        isChoosing = false;
+        refreshCard();
+    });
     selector->setOption(QFileDialog::ReadOnly);
     connect(selector, &QFileDialog::filesSelected, this, [this](const QStringList &paths) {
         for (const QString &path : paths) {

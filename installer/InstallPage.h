@@ -1,12 +1,18 @@
 #pragma once
 
 #include "dropZone.h"
+#include "library/TemplateFolder.h"
 #include "platform/FileTree.h"
 
 #include "ui_InstallPage.h"
 
+#include <QTimer>
+
+#include <optional>
+
 class ProgressAnimation;
 class SubCategorySheet;
+class TemplateReader;
 struct TemplateCategory;
 
 /// The Install mode: takes a template folder in and installs it into a category of the library,
@@ -45,6 +51,8 @@ Q_SIGNALS:
     void installed(const QString &category, const QString &templateName);
     /// The user wants to see the folder of the category in that row.
     void categoryFolderRequested(int row);
+    /// The user wants to make the library, which is missing.
+    void libraryRequested();
 
 protected:
     bool takeDropped(const QString &path) override;
@@ -54,8 +62,28 @@ private:
     void enableInstallButtons(bool enabled);
     void leaveInput();
     [[nodiscard]] const TemplateCategory *selectedCategory() const;
-    static void moveTemplate(const FileTree::Item &source, const QString &folder);
+    void moveTemplate(const FileTree::Item &source, const QString &subCategory);
+
+    // InstallPageCard.cpp: what is said of it
+    void wireCard();
+    void refreshCard();
+    [[nodiscard]] FileTree::Item templateInHand() const;
+    void readTemplate(const QString &path);
+    void showContents(const TemplateFolder &folder, const QImage &picture);
+    void showTemplate(const FileTree::Item &item);
 
     SubCategorySheet *catSheet = nullptr;
     ProgressAnimation *timer = nullptr;
+
+    // Of the card.
+    TemplateReader *reader = nullptr;
+    QTimer cardDelay;
+    QString pathRead;
+    std::optional<TemplateFolder> contents; // none before they are read
+    bool isChoosing = false;
+    struct
+    {
+        QString name;
+        QString place;
+    } justInstalled;
 };

@@ -21,8 +21,7 @@ void InstallPage::moveAndClose()
     if (!category)
         return;
     test->setText(Path::lastComponent(input->text()));
-    moveTemplate({Path::withoutLastComponent(input->text()), test->text()},
-                 Path::expandingTilde(category->path));
+    moveTemplate({Path::withoutLastComponent(input->text()), test->text()}, {});
     timer->start(7ms);
     deliverUserNotification(tr("Operation Successful"), category->installedText);
     forget(input);
@@ -33,6 +32,7 @@ void InstallPage::createCategory()
 {
     leaveInput(); // a shortcut opens the sheet without taking the keyboard from the field
     catSheet->createCategory(input->text(), test->text(), selectedCategory());
+    refreshCard();
 }
 
 void InstallPage::generateCustomFolder()
@@ -42,10 +42,10 @@ void InstallPage::generateCustomFolder()
     const TemplateCategory *category = selectedCategory();
     if (!category)
         return;
-    const QString subCategory =
-        Path::expandingTilde(Path::joined(category->path + u'/', catSheet->subCategory()));
-    if (!FileTree::exists(subCategory))
-        std::ignore = FileTree::createFolder(subCategory);
+    const QString subCategory = catSheet->subCategory();
+    const QString folder = TemplateLibrary::folder(*category, subCategory);
+    if (!FileTree::exists(folder))
+        std::ignore = FileTree::createFolder(folder);
     catSheet->endEditing();
     moveTemplate(catSheet->source(), subCategory);
 
@@ -64,6 +64,7 @@ void InstallPage::checkThem()
         return;
     if (const TemplateCategory *category = selectedCategory())
         Q_EMIT installed(category->name, catSheet->templateName());
+    refreshCard();
 }
 
 const TemplateCategory *InstallPage::selectedCategory() const
@@ -72,12 +73,16 @@ const TemplateCategory *InstallPage::selectedCategory() const
 }
 
 /// A template of the same name goes to the trash first, so that it can be brought back.
-void InstallPage::moveTemplate(const FileTree::Item &source, const QString &folder)
+void InstallPage::moveTemplate(const FileTree::Item &source, const QString &subCategory)
 {
-    const FileTree::Item destination{folder, source.name};
+    const TemplateCategory &category = *selectedCategory();
+    const FileTree::Item destination{TemplateLibrary::folder(category, subCategory), source.name};
     std::ignore = FileTree::trash(destination);
     // From another disk it takes its time, and the windows repaint meanwhile.
     InputShield shield;
-    std::ignore = FileTree::move(source, destination,
-                                 [&](const FileTree::CopyProgress &) { shield.refreshWindows(); });
+    const Outcome outcome = FileTree::move(
+        source, destination, [&](const FileTree::CopyProgress &) { shield.refreshWindows(); });
+    justInstalled = {};
+    if (outcome)
+        justInstalled = {source.name, TemplateLibrary::placeName(category, subCategory)};
 }

@@ -3,16 +3,22 @@
 #include "library/TemplateLibrary.h"
 #include "platform/Path.h"
 #include "widgets/Focus.h"
+#include "widgets/Legibility.h"
 
 SubCategorySheet::SubCategorySheet(QWidget *window) : QDialog(window)
 {
     setupUi(this);
+    theLastPathComponent->setRoomFor(tr("Please assign a Folder Path ..."));
+    textField->setMinimumWidth(fontMetrics().horizontalAdvance(textField->placeholderText()) +
+                               2 * fontMetrics().height());
+    catWarningIcon->setPixmap(warningIcon(*this));
     connect(generateCustomFolder, &QAbstractButton::clicked, this, [this] {
         hide();
         Q_EMIT confirmed();
     });
     connect(Ui::SubCategorySheet::closeSheet, &QAbstractButton::clicked, this,
             &SubCategorySheet::closeSheet);
+    connect(textField, &QLineEdit::textChanged, this, &SubCategorySheet::subCategoryChanged);
     connect(this, &QDialog::rejected, this, &SubCategorySheet::closeSheet);
 }
 
@@ -26,10 +32,12 @@ void SubCategorySheet::createCategory(const QString &path, const QString &name,
     if (category)
         sheetLabel->setText(category->name);
     makeFirstResponder(this, textField);
+    adjustSize();
     open();
     theLastPathComponent->setText(name);
     if (path.isEmpty())
         theLastPathComponent->setText(tr("Please assign a Folder Path ..."));
+    Q_EMIT subCategoryChanged();
 }
 
 void SubCategorySheet::closeSheet()
@@ -40,6 +48,15 @@ void SubCategorySheet::closeSheet()
 FileTree::Item SubCategorySheet::source() const
 {
     return {Path::withoutLastComponent(mirroredPath->text()), theReQueue->text()};
+}
+
+void SubCategorySheet::setForecast(const QString &place, const QStringList &warnings)
+{
+    catPlace->setText(place.isEmpty() ? sheetLabel->text() : place);
+    catWarnings->setText(warnings.join(u'\n'));
+    catWarningIcon->setHidden(warnings.isEmpty());
+    // A label that wraps asks for no more height than that of one line.
+    resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
 }
 
 void SubCategorySheet::endEditing()

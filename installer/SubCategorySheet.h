@@ -27,6 +27,9 @@ public:
     /// Its name, or the warning that stood in its place. Empty until the sheet was opened once.
     [[nodiscard]] QString templateName() const { return theLastPathComponent->text(); }
 
+    /// Says where the template will go, and what is to be thought of before.
+    void setForecast(const QString &place, const QStringList &warnings);
+
     void endEditing();
     /// The template is installed: forgets it, but for its name.
     void setDone();
@@ -34,4 +37,6 @@ public:
 Q_SIGNALS:
     /// The user has confirmed the name, and the sheet is closed.
     void confirmed();
+    /// Also when the sheet opens.
+    void subCategoryChanged();
 };

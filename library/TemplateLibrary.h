@@ -9,6 +9,7 @@ struct TemplateCategory
 {
     QString name;                ///< as the user reads it, and as the history keeps it
     QString path;                ///< of its folder, with a leading "~"
+    QString extension;           ///< of the Motion files in its templates
     QString installedText;       ///< what the notification of an install says
     QString customInstalledText; ///< the same of an install into a sub-category
 };
@@ -29,5 +30,9 @@ QString root();
 std::span<const TemplateCategory> categories();
 /// The category of that row, or none.
 const TemplateCategory *category(int row);
+/// The folder for the templates of a category, or of a sub-category of it where one is named.
+QString folder(const TemplateCategory &category, const QString &subCategory);
+/// The same place as the user reads it: "Titles", or "Titles › Lower Third".
+QString placeName(const TemplateCategory &category, const QString &subCategory);
 
 } // namespace TemplateLibrary

@@ -10,6 +10,12 @@ void DropHint::setHighlighted(bool highlighted)
     update();
 }
 
+void DropHint::setFilled(bool filled)
+{
+    m_isFilled = filled;
+    update();
+}
+
 void DropHint::paintEvent(QPaintEvent *)
 {
     constexpr qreal cornerRadius = 10;
@@ -20,7 +26,8 @@ void DropHint::paintEvent(QPaintEvent *)
     line.setAlphaF(m_isHighlighted ? 1.0F : 0.35F);
     fill.setAlphaF(m_isHighlighted ? 0.12F : 0.03F);
     QPen pen(line, m_isHighlighted ? 2 : 1.5);
-    pen.setDashPattern({4, 3});
+    if (!m_isFilled || m_isHighlighted)
+        pen.setDashPattern({4, 3});
     painter.setPen(pen);
     painter.setBrush(fill);
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), cornerRadius, cornerRadius);

@@ -13,10 +13,13 @@ public:
     explicit DropHint(QWidget *parent = nullptr);
 
     void setHighlighted(bool highlighted);
+    /// Whether something lies in it: then its frame is a closed line.
+    void setFilled(bool filled);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
     bool m_isHighlighted = false;
+    bool m_isFilled = false;
 };

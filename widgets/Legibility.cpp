@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPalette>
+#include <QStyle>
 #include <QWidget>
 
 #include <cmath>
@@ -90,6 +91,24 @@ int besideText(const QWidget &widget, int pixels)
 {
     constexpr int usualTextHeight = 17;
     return qMax(pixels, pixels * widget.fontMetrics().height() / usualTextHeight);
+}
+
+QPixmap pictureBesideText(const QWidget &widget, const QIcon &icon, int pixels)
+{
+    constexpr qreal finest = 3; // a picture is drawn for screens up to this
+    const qreal ratio = widget.devicePixelRatioF();
+    const int side = qRound(besideText(widget, pixels) * ratio);
+    QPixmap picture = icon.pixmap(QSize(pixels, pixels), side > pixels * ratio ? finest : ratio);
+    if (picture.width() != side)
+        picture = picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(ratio);
+    return picture;
+}
+
+QPixmap warningIcon(const QWidget &widget)
+{
+    const QIcon icon = widget.style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    return pictureBesideText(widget, icon, 20);
 }
 
 void keepPlaceholdersLegible(QObject *owner)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFont>
+#include <QIcon>
 
 class QObject;
 class QWidget;
@@ -8,8 +9,14 @@ class QWidget;
 /// The font of a heading beside text of the program's font, whatever that font is.
 QFont headingFont();
 
-/// A length for an icon, which is meant for text of the usual size, beside text of this widget's.
+/// A length that is meant for text of the usual size, for text of this widget's.
 int besideText(const QWidget &widget, int pixels);
+
+/// An icon of such a size, from pictures that are drawn for the usual one.
+QPixmap pictureBesideText(const QWidget &widget, const QIcon &icon, int pixels);
+
+/// The icon before a warning in a text of this widget's.
+QPixmap warningIcon(const QWidget &widget);
 
 /// While the owner lives, placeholders stand out from what they stand on at 4.5 to 1, whatever the
 /// desktop's colours are.

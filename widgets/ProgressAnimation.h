@@ -20,6 +20,7 @@ public:
 
     /// Starts ticking, unless it runs already: then the interval stays too.
     void start(std::chrono::milliseconds interval);
+    [[nodiscard]] bool isRunning() const { return m_timer.isActive(); }
     /// One step; true when it was the last one, and the animation has ended.
     [[nodiscard]] bool advance();
 

@@ -40,9 +40,9 @@ void addWindows()
                                             u"openGeneratorsFolder"_s,
                                             u"openTitlesFolder"_s,
                                             u"openTransitionsFolder"_s,
-                                            u"mSendButton"_s,
+                                            u"clearButton"_s,
                                             u"mNewCatButton"_s,
-                                            u"clearButton"_s} +
+                                            u"mSendButton"_s} +
                                     footer;
     QTest::newRow("Edit") << u"mWindow"_s << 1
                           << QStringList{u""_s,          u"renameButton"_s, u"element"_s,
