@@ -68,7 +68,7 @@ void InstallPage::refreshCard()
         readTemplate(path);
         showTemplate(item);
     } else if (catSheet->isVisible()) {
-        catSheet->setForecast({}, {});
+        catSheet->setWarnings({});
         installHint->showInvitation();
     } else if (!timer->isRunning()) { // what is being installed stays shown meanwhile
         readTemplate(path);
@@ -114,5 +114,5 @@ void InstallPage::showTemplate(const FileTree::Item &item)
                                TemplateLibrary::placeName(*category, subCategory),
                                theMatrix->checkedButton()->icon(), forecast.warnings,
                                forecast.place == InstallForecast::Place::Missing});
-    catSheet->setForecast(TemplateLibrary::placeName(*category, subCategory), forecast.warnings);
+    catSheet->setWarnings(forecast.warnings);
 }

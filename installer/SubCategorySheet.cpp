@@ -50,9 +50,8 @@ FileTree::Item SubCategorySheet::source() const
     return {Path::withoutLastComponent(mirroredPath->text()), theReQueue->text()};
 }
 
-void SubCategorySheet::setForecast(const QString &place, const QStringList &warnings)
+void SubCategorySheet::setWarnings(const QStringList &warnings)
 {
-    catPlace->setText(place.isEmpty() ? sheetLabel->text() : place);
     catWarnings->setText(warnings.join(u'\n'));
     catWarningIcon->setHidden(warnings.isEmpty());
     // A label that wraps asks for no more height than that of one line.

@@ -27,8 +27,8 @@ public:
     /// Its name, or the warning that stood in its place. Empty until the sheet was opened once.
     [[nodiscard]] QString templateName() const { return theLastPathComponent->text(); }
 
-    /// Says where the template will go, and what is to be thought of before.
-    void setForecast(const QString &place, const QStringList &warnings);
+    /// Says what is to be thought of before the install.
+    void setWarnings(const QStringList &warnings);
 
     void endEditing();
     /// The template is installed: forgets it, but for its name.

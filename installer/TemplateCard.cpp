@@ -16,6 +16,7 @@ TemplateCard::TemplateCard(QWidget *parent) : DropHint(parent)
 {
     setupUi(this);
     fitFont();
+    showTemplate({}); // which hides what there is nothing for
     showInvitation();
     connect(libraryButton, &QAbstractButton::clicked, this, &TemplateCard::libraryRequested);
 }

@@ -61,6 +61,14 @@ bool isOurs(const QObject *object)
     return !name.isEmpty() && !name.startsWith("qt_"_L1);
 }
 
+/// What is told of a template follows the disk in its own time; a test of its own waits for it.
+bool isTold(const QWidget *control)
+{
+    const QWidget *parent = control->parentWidget();
+    return parent && (parent->objectName() == u"installHint" ||
+                      parent->objectName() == u"catForecast" || isTold(parent));
+}
+
 /// The name of the control, or of that which it is a part of.
 QString nameOf(const QObject *object)
 {
@@ -274,7 +282,8 @@ ChangeList::State ChangeList::controls() const
     QList<const QAction *> items;
     for (QWidget *each : QApplication::allWidgets()) {
         const QWidget *window = each->window();
-        if (!isOurs(each) || qobject_cast<const QFileDialog *>(window) || window->inherits("QMenu"))
+        if (!isOurs(each) || isTold(each) || qobject_cast<const QFileDialog *>(window) ||
+            window->inherits("QMenu"))
             continue;
         canBeUsed[each->objectName()] = each->isVisible() && each->isEnabled();
         put(u"enabled"_s, each, word(each->isEnabled()));

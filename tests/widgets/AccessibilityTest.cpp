@@ -33,6 +33,7 @@ void addWindows()
     QTest::newRow("Install") << u"mWindow"_s << 0
                              << QStringList{u""_s, // the mode
                                             u"addButton"_s,
+                                            u"libraryButton"_s,
                                             u"input"_s,
                                             u"compositionsChoice"_s,
                                             u"openCompositionsFolder"_s,
@@ -67,6 +68,8 @@ public:
         chooseMode(1);
         dropFiles(u"editHint"_s, {makeFile(u"Intro.motn"_s, "<frameRate>25</frameRate>")});
         chooseMode(mode);
+        if (!QTest::qWaitFor([&] { return isShown(u"libraryButton"_s); }))
+            qFatal("the card does not miss the library");
         find<QWidget>(u"renameButton"_s)->setEnabled(true);
         if (window == u"helpWindow")
             find<QAction>(u"runHelpBook"_s)->trigger(); // it is made when it is first opened

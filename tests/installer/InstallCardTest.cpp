@@ -1,0 +1,125 @@
+#include "tests/support/LibraryHome.h"
+#include "tests/support/RunningProgram.h"
+
+#include <QImage>
+#include <QLabel>
+#include <QStackedWidget>
+
+using namespace Qt::StringLiterals;
+
+class InstallCardTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tellsWhatIsInHand();
+    void claimsNoInstallThatFailed();
+    void leadsToTheLibrary();
+    void showsThePicture_data();
+    void showsThePicture();
+};
+
+namespace {
+
+QString told(const RunningProgram &program)
+{
+    QStringList parts;
+    if (program.find<QStackedWidget>(u"cardPages"_s)->currentIndex() == 0) {
+        parts = {program.text(u"installHintTitle"_s), program.text(u"installHintText"_s)};
+    } else {
+        for (const char *part : {"cardName", "cardFacts", "cardPlace", "cardWarnings"})
+            parts << program.text(QLatin1StringView(part)).split(u'\n');
+        if (program.isShown(u"libraryButton"_s))
+            parts << program.text(u"libraryButton"_s);
+    }
+    return parts.join(u'|');
+}
+
+const QString invitation =
+    u"Drop a template folder here|It moves into Motion's library, into the category on the right."_s;
+
+} // namespace
+
+void InstallCardTest::tellsWhatIsInHand()
+{
+    const LibraryHome home;
+    home.makeFile(u"Desktop/Old/Old.moef"_s);
+    const RunningProgram program;
+    QTRY_COMPARE(told(program), invitation);
+    const QString replaces = u"|Replaces the installed one; the old one goes to the Trash."_s;
+    program.chooseTitle(home.path(u"Desktop/Old"_s));
+    QTRY_COMPARE(told(program), u"Old|1 Effect, 7 bytes|Titles" + replaces +
+                                    u"|It holds .moef files; Titles are .moti files.");
+    program.click(u"effectsChoice"_s);
+    QTRY_COMPARE(told(program), u"Old|1 Effect, 7 bytes|Effects" + replaces);
+
+    program.click(u"mNewCatButton"_s);
+    QTRY_COMPARE(program.text(u"catWarnings"_s), replaces.mid(1));
+    program.type(u"textField"_s, u"New"_s);
+    QTRY_COMPARE(told(program), u"Old|1 Effect, 7 bytes|Effects › New|"_s);
+    QCOMPARE(program.text(u"catWarnings"_s), QString());
+    program.click(u"generateCustomFolder"_s);
+    QTRY_COMPARE(told(program), u"Old is installed|You find it in Effects › New."_s);
+
+    program.type(u"input"_s, u"~/Gone"_s);
+    QTRY_COMPARE(told(program), u"Gone||Effects|There is no folder at this path.|A typed path must "
+                                "be dropped or chosen to be installed."_s);
+    program.type(u"input"_s, QString());
+    QTRY_COMPARE(told(program), invitation);
+}
+
+void InstallCardTest::claimsNoInstallThatFailed()
+{
+    const LibraryHome home;
+    const RunningProgram program;
+    program.chooseTitle(home.path(u"Desktop/Gone"_s));
+    QTRY_VERIFY(told(program).startsWith(u"Gone|"));
+    program.install();
+    QTRY_COMPARE(told(program), invitation);
+}
+
+void InstallCardTest::leadsToTheLibrary()
+{
+    const TestHome home;
+    const RunningProgram program;
+    program.chooseTitle(home.makeFolder(u"Glow"_s));
+    QTRY_COMPARE(told(program), u"Glow|No Motion file, 0 bytes|Titles|Motion's library is not "
+                                "there yet.|Create It…"_s);
+    program.click(u"libraryButton"_s);
+    QVERIFY(program.find<QWidget>(u"prefWindow"_s)->isVisible());
+}
+
+void InstallCardTest::showsThePicture_data()
+{
+    QTest::addColumn<QSize>("size"); // of large.png; small.png is broken
+    QTest::addColumn<bool>("isShown");
+    QTest::newRow("drawn smaller") << QSize(2000, 1000) << true;
+    QTest::newRow("none") << QSize() << false;
+    QTest::newRow("huge, in a small file") << QSize(30000, 3000) << false;
+}
+
+void InstallCardTest::showsThePicture()
+{
+    QFETCH(const QSize, size);
+    QFETCH(const bool, isShown);
+    const LibraryHome home;
+    home.makeFile(u"Desktop/Glow/small.png"_s, "\x89PNG\r\n");
+    if (size.isValid()) {
+        QImage picture(size, QImage::Format_Mono);
+        picture.fill(0);
+        QVERIFY(picture.save(home.path(u"Desktop/Glow/large.png"_s)));
+    }
+    const RunningProgram program;
+    program.chooseTitle(home.path(u"Desktop/Glow"_s));
+    QTRY_VERIFY(told(program).contains(u"1 Title"));
+    const QSize shown = program.find<QLabel>(u"cardPicture"_s)->pixmap(Qt::ReturnByValue).size();
+    QCOMPARE(shown.width(), isShown ? 2 * shown.height() : shown.height());
+    QVERIFY(shown.width() < 300);
+}
+
+int main(int argc, char *argv[])
+{
+    return runTest<QApplication, InstallCardTest>(argc, argv);
+}
+
+#include "InstallCardTest.moc"
