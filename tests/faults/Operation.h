@@ -2,7 +2,7 @@
 
 #include "Shim.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <map>
@@ -59,11 +59,21 @@ struct Operation
     Shim::System system = {};
 };
 
+/// Of what stands on both disks now.
+Snapshot snapshotOf(const Disks &disks);
+
 /// Of a copy or a save that did not come to its end; what lies in it counts too.
 bool isLeftover(const std::string &path);
 
 std::vector<Operation> fileOperations();
 /// On a document and on the settings.
 std::vector<Operation> documentOperations();
+
+/// Makes the home folder that of this process.
+void liveIn(const Disks &disks);
+
+/// One step of a power failure, which is made around this program: "setup", "run" up to a call
+/// (0: to the end), or "account" for what came of it. 0 when nothing is wrong.
+int stage(const QStringList &arguments);
 
 } // namespace Faults

@@ -152,8 +152,10 @@ void disarm()
 #define STAND_IN(answer, name, parameters, arguments)                                              \
     STAND_IN_SIZED(answer, name, nullptr, parameters, arguments)
 
-// Power is not at stake here, so the wait for the disk is spared.
-#define FLUSH(name) STAND_IN_FOR(int, name, nullptr, (int), 0)
+// Where power is not at stake, the wait for the disk is spared.
+#define FLUSH(name)                                                                                \
+    STAND_IN_FOR(int, name, nullptr, (int file),                                                   \
+                 Shim::theSystem.waitsForDisk ? Shim::original(#name, &::name, file) : 0)
 
 STAND_IN(int, open, (const char *path, int flags, mode_t mode), (path, flags, mode))
 STAND_IN(int, open64, (const char *path, int flags, mode_t mode), (path, flags, mode))

@@ -40,6 +40,7 @@ struct System
     /// Counts no call of the thread that arms, and lets it make no link before others have made
     /// so many calls.
     int callsOfOthers = 0;
+    bool waitsForDisk = false; ///< whether a flush is one
 };
 
 /// From now on calls are counted and meet these faults.

@@ -57,6 +57,8 @@ State stateOf(const fs::path &path)
     return state;
 }
 
+} // namespace
+
 Snapshot snapshotOf(const Disks &disks)
 {
     Snapshot all;
@@ -66,6 +68,8 @@ Snapshot snapshotOf(const Disks &disks)
     }
     return all;
 }
+
+namespace {
 
 /// Makes every call of one operation fail, in as many processes, and keeps the account.
 class Trial
@@ -239,9 +243,7 @@ int tryOn(const Operation &operation, bool inFull)
         std::printf("no folder to be had in /dev/shm and for temporary files\n");
         return 1;
     }
-    ::setenv("HOME", disks.home.c_str(), 1);
-    ::setenv("XDG_DATA_HOME", (disks.home + "/data").c_str(), 1);
-    ::setenv("XDG_CONFIG_HOME", (disks.home + "/config").c_str(), 1);
+    liveIn(disks);
 
     Trial trial(operation, disks);
     if (operation.needsTwoDisks && home.st_dev == other.st_dev)
@@ -264,12 +266,15 @@ bool isLeftover(const std::string &path)
 
 } // namespace Faults
 
-/// Arguments: the operations to try, all when none is named; "full" for all errors and the races.
+/// Arguments: the operations to try, all when none is named; "full" for all errors and the races;
+/// or "stage".
 int main(int argc, char *argv[])
 {
     using namespace Faults;
     const QCoreApplication application(argc, argv);
     QStringList wanted = QCoreApplication::arguments().mid(1);
+    if (wanted.value(0) == QStringLiteral("stage"))
+        return stage(wanted.mid(1));
     const bool inFull = wanted.removeAll(QStringLiteral("full")) > 0;
 
     // One process for each operation: they wait more than they work.
