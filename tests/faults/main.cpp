@@ -266,8 +266,7 @@ bool isLeftover(const std::string &path)
 
 } // namespace Faults
 
-/// Arguments: the operations to try, all when none is named; "full" for all errors and the races;
-/// or "stage".
+/// Arguments: the operations to try, all when none is named; "full" for all; or "stage".
 int main(int argc, char *argv[])
 {
     using namespace Faults;
