@@ -84,7 +84,8 @@ Outcome TreeCopy::makeFolders()
     FolderCursor to(m_tree, m_to, Access::ToCopy);
     for (size_t index = 1; index < m_tree.folders.size(); ++index) {
         tick();
-        const auto &[parent, name, stamp, mode] = m_tree.folders[index];
+        const size_t parent = m_tree.folders[index].parent;
+        const QByteArray &name = m_tree.folders[index].name;
         const int descriptor = to.open(parent);
         if (descriptor < 0 ||
             ::mkdirat(descriptor, to.nameHere(parent, name).constData(), S_IRWXU) != 0)
@@ -210,7 +211,8 @@ Outcome TreeCopy::finishFolders()
     FolderCursor to(m_tree, m_to, Access::ToCopy);
     for (size_t index = m_tree.folders.size() - 1; index > 0; --index) {
         tick();
-        const auto &[parent, name, stamp, mode] = m_tree.folders[index];
+        const size_t parent = m_tree.folders[index].parent;
+        const QByteArray &name = m_tree.folders[index].name;
         const int source = from.open(parent);
         const int target = source < 0 ? -1 : to.open(parent);
         if (target < 0)

@@ -142,13 +142,8 @@ void disarm()
         return Shim::pass<answer>(#name, size, [&] { return call; });                              \
     }
 #define STAND_IN_SIZED(answer, name, size, parameters, arguments)                                  \
-    extern "C" answer standInFor_##name parameters __asm__(#name);                                 \
-    answer standInFor_##name parameters                                                            \
-    {                                                                                              \
-        static const auto original =                                                               \
-            reinterpret_cast<answer(*) parameters>(::dlsym(RTLD_NEXT, #name));                     \
-        return Shim::pass<answer>(#name, size, [&] { return original arguments; });                \
-    }
+    STAND_IN_FOR(answer, name, size, parameters,                                                   \
+                 reinterpret_cast<answer(*) parameters>(::dlsym(RTLD_NEXT, #name)) arguments)
 #define STAND_IN(answer, name, parameters, arguments)                                              \
     STAND_IN_SIZED(answer, name, nullptr, parameters, arguments)
 
