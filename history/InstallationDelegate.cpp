@@ -65,6 +65,7 @@ void InstallationDelegate::paint(QPainter *painter, const QStyleOptionViewItem &
     const bool isSelected = (row.state & QStyle::State_Selected) != 0;
     painter->save();
     painter->setFont(row.font);
+    painter->setLayoutDirection(Qt::LayoutDirectionAuto); // a date reads from its own side
     painter->setPen(
         row.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text));
     const auto draw = [&](QRect area, const QString &text) {
