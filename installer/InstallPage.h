@@ -56,6 +56,7 @@ Q_SIGNALS:
 
 protected:
     bool takeDropped(const QString &path) override;
+    bool event(QEvent *event) override;
 
 private:
     void wireControls();

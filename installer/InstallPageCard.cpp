@@ -46,6 +46,18 @@ void InstallPage::wireCard()
     connect(installHint, &TemplateCard::libraryRequested, this, &InstallPage::libraryRequested);
 }
 
+/// The user comes back from another window, where the library may have been made, or from another
+/// program, where anything may have happened to the folder.
+bool InstallPage::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate) {
+        cardDelay.start(0ms);
+        if (!pathRead.isEmpty() && !timer->isRunning())
+            reader->read(pathRead, installHint->pictureSize());
+    }
+    return dropZone::event(event);
+}
+
 /// Of the template in hand: the one in the field, or the one that the open sheet has taken.
 FileTree::Item InstallPage::templateInHand() const
 {

@@ -86,7 +86,13 @@ void InstallCardTest::leadsToTheLibrary()
     QTRY_COMPARE(told(program), u"Glow|No Motion file, 0 bytes|Titles|Motion's library is not "
                                 "there yet.|Create It…"_s);
     program.click(u"libraryButton"_s);
-    QVERIFY(program.find<QWidget>(u"prefWindow"_s)->isVisible());
+    auto *backup = program.find<QWidget>(u"prefWindow"_s);
+    QTRY_VERIFY(backup->isActiveWindow());
+    home.makeFolder(LibraryHome::titles());
+    home.makeFile(u"Glow/Glow.moti"_s);
+    backup->close();
+    program.find<QWidget>(u"mWindow"_s)->activateWindow();
+    QTRY_COMPARE(told(program), u"Glow|1 Title, 7 bytes|Titles|"_s);
 }
 
 void InstallCardTest::showsThePicture_data()
