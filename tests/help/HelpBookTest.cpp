@@ -1,11 +1,7 @@
-#include "tests/support/LogLines.h"
-#include "tests/support/RunningProgram.h"
-#include "tests/support/TestHome.h"
-#include "widgets/SegmentedControl.h"
+#include "tests/support/ChangeTable.h"
 
 #include <QAction>
 #include <QPixmap>
-#include <QStackedWidget>
 #include <QTextBlock>
 #include <QTextBrowser>
 
@@ -17,21 +13,11 @@ class HelpBookTest : public QObject
 
 private Q_SLOTS:
     void endsFivePagesWithAPicture();
-    void navigates();
+    void changes_data();
+    void changes();
 };
 
 namespace {
-
-int page(const RunningProgram &program)
-{
-    return program.find<QStackedWidget>(u"tabView"_s)->currentIndex();
-}
-
-void press(const RunningProgram &program, int segment)
-{
-    QTest::mouseClick(program.find<SegmentedControl>(u"modeSegController"_s)->button(segment),
-                      Qt::LeftButton);
-}
 
 /// Where each picture of a page stands, counted from its end, and which it is.
 QList<std::pair<int, QString>> pictures(const QTextDocument &document)
@@ -71,29 +57,35 @@ void HelpBookTest::endsFivePagesWithAPicture()
     }
 }
 
-void HelpBookTest::navigates()
+void HelpBookTest::changes_data()
+{
+    ChangeTable::addRows(R"(
+book := menu runHelpBook
+start | menu runHelpBook | show helpWindow; focus textView; front helpWindow
+book | click pageA | check pageA; uncheck navigateHOME; focus textView2; tabView=1
+book | click pageB | check pageB; uncheck navigateHOME; focus textView3; tabView=2
+book | click pageC | check pageC; uncheck navigateHOME; focus textView4; tabView=3
+book | click pageD | check pageD; uncheck navigateHOME; focus textView5; tabView=4
+book | click pageE | check pageE; uncheck navigateHOME; focus textView6; tabView=5
+book, click pageC | menu runHelpBook |
+        check navigateHOME; uncheck pageC; focus textView; tabView=0
+book, click pageE | click navigateHOME |
+        check navigateHOME; uncheck pageE; focus textView; tabView=0
+book | segment modeSegController 0 | log controlOne selected.; modeSegController=0
+book | segment modeSegController 1 |
+        check pageA; uncheck navigateHOME; focus textView2; log controlTwo selected.;
+        modeSegController=1; tabView=1
+book, click pageE | segment modeSegController 1 | log controlTwo selected.; modeSegController=1
+book, click pageC | segment modeSegController 0 |
+        check pageB; uncheck pageC; focus textView3; log controlOne selected.; modeSegController=0;
+        tabView=2
+)");
+}
+
+void HelpBookTest::changes()
 {
     const TestHome home;
-    const RunningProgram program;
-    const LogLines log;
-    program.find<QAction>(u"runHelpBook"_s)->trigger();
-    press(program, 0);
-    QCOMPARE(page(program), 0);
-    QCOMPARE(log.take(), QStringList{u"controlOne selected."_s});
-    const QStringList buttons = {u"navigateHOME"_s, u"pageA"_s, u"pageB"_s,
-                                 u"pageC"_s,        u"pageD"_s, u"pageE"_s};
-    for (int index = 0; index < buttons.size(); ++index) {
-        program.click(buttons.at(index));
-        QCOMPARE(page(program), index);
-        press(program, 1);
-        QCOMPARE(page(program), qMin(index + 1, 5));
-    }
-    QCOMPARE(log.take(), QStringList(6, u"controlTwo selected."_s));
-    press(program, 0);
-    press(program, 0);
-    QCOMPARE(page(program), 3);
-    program.click(u"navigateHOME"_s);
-    QCOMPARE(page(program), 0);
+    ChangeTable::run(home);
 }
 
 int main(int argc, char *argv[])

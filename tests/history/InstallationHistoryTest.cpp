@@ -1,7 +1,6 @@
 #include "history/InstallationRecord.h"
-#include "settings/SettingsStore.h"
+#include "tests/support/ChangeTable.h"
 #include "tests/support/LibraryHome.h"
-#include "tests/support/RunningProgram.h"
 
 #include <QClipboard>
 #include <QProgressBar>
@@ -29,32 +28,49 @@ class InstallationHistoryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void recordsWhatIsChosenAtTheEnd();
+    void changes_data();
+    void changes();
     void runsOneAnimationForTwoInstalls();
     void leavesOutWhatIsNoRecord();
     void takesALineApart_data();
     void takesALineApart();
     void copiesWhatIsSelected();
     void staysAtWhatIsSelectedWhenARecordComes();
-    void asksBeforeItResets();
 };
 
-/// The category that is selected then, and the template of the last sheet, also a cancelled one.
-void InstallationHistoryTest::recordsWhatIsChosenAtTheEnd()
+void InstallationHistoryTest::changes_data()
 {
-    const LibraryHome home;
-    const RunningProgram program;
-    SettingsStore store;
-    std::ignore = appendInstallation({u"stored meanwhile"_s});
-    program.chooseTitle(home.path(u"Desktop/Glow"_s));
-    for (const QString &control :
-         {u"mNewCatButton"_s, u"closeSheet"_s, u"mSendButton"_s, u"effectsChoice"_s})
-        program.click(control);
-    QCOMPARE(shownLines(program), QStringList());
-    QTRY_COMPARE(shownLines(program).size(), 2);
-    QCOMPARE(shownLines(program).at(0), u"stored meanwhile"_s);
-    QCOMPARE(shownLines(program).at(1).mid(19), u" Effects   Glow"_s);
-    QCOMPARE(installationRecords(store.object(SettingsStore::installations)).size(), 2);
+    ChangeTable::addRows(R"(
+asking := click openLogsWindow, click logResetButton
+start | menu openLogsWindowItem | show logWindow; focus theTable; front logWindow
+click openLogsWindow | click logResetButton |
+        off helpButton logResetButton; show logSheet; focus closeLogSheet; front logSheet
+click openLogsWindow | click helpButton |
+        check helpButton; logsHelpField=Reset will permanently remove history.
+click openLogsWindow, click helpButton | click helpButton | uncheck helpButton; logsHelpField=
+click openLogsWindow, click helpButton, close logWindow | click openLogsWindow |
+        show logWindow; uncheck helpButton
+asking | click closeLogSheet | on helpButton logResetButton; hide logSheet
+asking | close logSheet | on helpButton logResetButton; hide logSheet
+asking | click clearLogs |
+        on helpButton logResetButton; show emptyHistory; hide logSheet; logCount=;
+        store installations=; theTable=
+click openLogsWindow | type logFilter LINE a | focus logFilter; logFilter=LINE a
+click openLogsWindow | type logFilter b |
+        show emptyHistory; hide emptyHistoryIcon; emptyHistoryHeading=No match;
+        emptyHistoryText=No installation has all these words.; focus logFilter; logCount=0 of 1;
+        logFilter=b; theTable=
+click openLogsWindow, type logFilter b, close logWindow | click openLogsWindow |
+        show logWindow; hide emptyHistory; logCount=1 in all; logFilter=; theTable=a line|
+click openLogsWindow | click closeLogWindow | hide logWindow
+)");
+}
+
+void InstallationHistoryTest::changes()
+{
+    const TestHome home;
+    QVERIFY(appendInstallation({u"a line"_s}));
+    ChangeTable::run(home);
 }
 
 void InstallationHistoryTest::runsOneAnimationForTwoInstalls()
@@ -139,20 +155,6 @@ void InstallationHistoryTest::staysAtWhatIsSelectedWhenARecordComes()
     QVERIFY(table->selectionModel()->isRowSelected(3));
     QVERIFY(table->visualRect(table->model()->index(100, 0)).bottom() <=
             table->viewport()->height());
-}
-
-void InstallationHistoryTest::asksBeforeItResets()
-{
-    const TestHome home;
-    SettingsStore store;
-    std::ignore = appendInstallation({u"a line"_s});
-    const RunningProgram program;
-    for (const QString &control : {u"openLogsWindow"_s, u"logResetButton"_s})
-        program.click(control);
-    program.pressKey(u"logSheet"_s, Qt::Key_Escape);
-    QVERIFY(!program.isShown(u"logSheet"_s) && program.isEnabled(u"logResetButton"_s));
-    QCOMPARE(shownLines(program), QStringList(u"a line"_s));
-    QVERIFY(store.object(SettingsStore::installations).isValid());
 }
 
 int main(int argc, char *argv[])

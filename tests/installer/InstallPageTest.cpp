@@ -89,6 +89,30 @@ sheet, drop installHint Desktop/Shine | click generateCustomFolder |
 sheet, click generatorsChoice, type textField Old | click generateCustomFolder |
         $installed; run progressBar; hide catSheet; unring textField; Desktop/Glow -> LIB/Generators.l/Old/Glow;
         mirroredPath=; textField=; theReQueue=Done; unfocus catSheet
+chosen, type input, key input Return | click mSendButton |
+        $notReady; run progressBar; ring input; focus input
+chosen, type input /, key input Return | click mSendButton |
+        $installed; run progressBar
+chosen, type input .., key input Return | click mSendButton |
+        $installed; run progressBar
+chosen, type input ~, key input Return | click mSendButton |
+        $installed; run progressBar
+chosen, type input ~/Desktop/.., key input Return | click mSendButton |
+        $installed; run progressBar
+chosen, type input Desktop/Glow, key input Return | click mSendButton |
+        $installed; run progressBar
+chosen, type input ~/Desktop/Nothing, key input Return | click mSendButton |
+        $installed; run progressBar
+chosen, type input ~/Desktop/Glow//, key input Return | click mSendButton |
+        $installed; run progressBar; Desktop/Glow -> LIB/Compositions.l/Glow
+chosen, type input ~/Desktop/Link, key input Return | click mSendButton |
+        $installed; run progressBar; Desktop/Link -> LIB/Compositions.l/Link
+start | drop installHint Gl%20ö#1'x' |
+        $ready; unring input; input=~/Gl%20ö#1'x'; log Dragged files / ~/Gl%20ö#1'x';
+        test=Gl%20ö#1'x'; unfocus mWindow
+start | drop installHint Desktop/Glow Desktop/Shine |
+        $ready; unring input; input=~/Desktop/Shine;
+        log Dragged files / ~/Desktop/Glow / ~/Desktop/Shine; test=Shine; unfocus mWindow
 )");
 }
 
@@ -98,6 +122,8 @@ void InstallPageTest::changes()
     home.makeFile(u"Intro.motn"_s);
     home.makeFile(u"Pack.v2/a"_s);
     home.makeFile(u"Desktop/Shine/a"_s);
+    home.makeFolder(u"Gl%20ö#1'x'"_s);
+    QVERIFY(QFile::link(home.path(u"Pack.v2"_s), home.path(u"Desktop/Link"_s)));
     ChangeTable::run(home);
 }
 

@@ -5,11 +5,15 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
+#include <QDialog>
+#include <QDir>
 #include <QProgressBar>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+const QString library = u"Movies/Motion Templates.localized"_s;
 
 /// The lines, where each that starts with a blank goes on with the one before.
 QStringList joinedLines(const QString &table)
@@ -42,7 +46,8 @@ void perform(const RunningProgram &program, ChangeList &changes, const TestHome 
 {
     const QString verb = step.section(u' ', 0, 0);
     const QString name = step.section(u' ', 1, 1);
-    const QString rest = step.section(u' ', 2);
+    const QString argument = QString(step.section(u' ', 1)).replace(u"LIB"_s, library);
+    const QString rest = argument.section(u' ', 1);
     QStringList paths;
     for (const QString &path : rest.split(u' ', Qt::SkipEmptyParts))
         paths << home.path(path);
@@ -72,10 +77,17 @@ void perform(const RunningProgram &program, ChangeList &changes, const TestHome 
         program.drag(name, paths);
     else if (verb == u"leave")
         program.leave(name);
+    else if (verb == u"set")
+        QVERIFY(program.find<QWidget>(name)->setProperty("text", rest));
+    else if (verb == u"remove")
+        QVERIFY(QDir(home.path(argument)).removeRecursively());
+    else if (verb == u"hide")
+        QVERIFY(QFile::rename(home.path(rest), home.path(name)) &&
+                QFile::link(home.path(name), home.path(rest)));
     else if (verb == u"close")
         program.find<QWidget>(name)->close();
     else if (verb == u"panel")
-        changes.answerPanel(name.isEmpty() ? QString() : home.path(step.section(u' ', 1)));
+        changes.answerPanel(name.isEmpty() ? QString() : home.path(argument));
     else if (verb == u"rest")
         QVERIFY(QTest::qWaitFor([&] { return !isResting(program); }) &&
                 QTest::qWaitFor([&] { return isResting(program); }));

@@ -8,6 +8,7 @@
 ///     click button        menu quitItem       segment segController 1     open confirmSheet
 ///     type input a b      key input Return    pick frPopup 4              close mWindow
 ///     drop input a b      drag input a        leave input
+///     set label a         remove a            hide a b            b is moved to a, and a link
 ///     panel a             how the next file dialog is answered: with that path, or cancelled
 ///     focus input         rest                waits until a bar has run
 ///     launch              everything is new that is not on, shown, unchecked

@@ -11,7 +11,6 @@
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -40,11 +39,6 @@ QString RunningProgram::text(const QString &name) const
     if (const auto *label = qobject_cast<const QLabel *>(control))
         return label->text();
     return control->property("text").toString();
-}
-
-bool RunningProgram::isEnabled(const QString &name) const
-{
-    return find<QWidget>(name)->isEnabled();
 }
 
 bool RunningProgram::isShown(const QString &name) const
@@ -131,28 +125,4 @@ void RunningProgram::install(const QString &subCategory) const
     click(u"mNewCatButton"_s);
     type(u"textField"_s, subCategory);
     click(u"generateCustomFolder"_s);
-}
-
-bool RunningProgram::installButtonsAre(bool enabled) const
-{
-    return isEnabled(u"mSendButton"_s) == enabled && isEnabled(u"clearButton"_s) == enabled &&
-           isEnabled(u"mNewCatButton"_s) == enabled;
-}
-
-AlertAnswerer::AlertAnswerer()
-{
-    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { answer(); });
-    m_timer.start(2ms);
-}
-
-void AlertAnswerer::answer()
-{
-    auto *alert = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-    if (!alert)
-        return;
-    QStringList buttons;
-    for (const QAbstractButton *each : alert->buttons())
-        buttons << each->text().remove(u'&');
-    seen << Alert{alert->text(), alert->informativeText(), alert->icon(), buttons};
-    QTest::mouseClick(alert->buttons().constFirst(), Qt::LeftButton);
 }

@@ -3,7 +3,6 @@
 #include "app/BrimvaleAppDelegate.h"
 
 #include <QApplication>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QTimer>
 
@@ -20,7 +19,6 @@ public:
 
     /// Of a label, a field or a button.
     [[nodiscard]] QString text(const QString &name) const;
-    [[nodiscard]] bool isEnabled(const QString &name) const;
     /// False for a control that was hidden, also while its window is not on screen.
     [[nodiscard]] bool isShown(const QString &name) const;
 
@@ -46,36 +44,9 @@ public:
     void chooseTitle(const QString &path) const;
     /// Installs what is chosen, into a sub-category where one is named.
     void install(const QString &subCategory = {}) const;
-    /// Whether all buttons that wait for a template are enabled, or all are not.
-    [[nodiscard]] bool installButtonsAre(bool enabled) const;
 
 private:
     BrimvaleAppDelegate m_delegate;
-};
-
-/// Presses the only button of every modal alert that comes while it lives, and keeps what the
-/// alerts said. Made before the action that raises them.
-class AlertAnswerer
-{
-public:
-    struct Alert
-    {
-        QString text;
-        QString informativeText;
-        QMessageBox::Icon icon;
-        QStringList buttons;
-
-        bool operator==(const Alert &) const = default;
-    };
-
-    AlertAnswerer();
-
-    QList<Alert> seen;
-
-private:
-    void answer();
-
-    QTimer m_timer;
 };
 
 template <class Type>
