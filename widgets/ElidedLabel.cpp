@@ -16,7 +16,6 @@ namespace {
 
 constexpr int paperMargin = 8;
 
-/// What a screen reader reads: what is shown, be it the placeholder.
 class AccessibleText : public QAccessibleWidget
 {
 public:
@@ -26,10 +25,9 @@ public:
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
-        const auto *label = static_cast<const ElidedLabel *>(object());
-        const QString shown = label->text().isEmpty() ? label->placeholderText() : label->text();
-        return kind == QAccessible::Name && !shown.isEmpty() ? shown
-                                                             : QAccessibleWidget::text(kind);
+        const QString spoken = static_cast<const ElidedLabel *>(object())->spokenText();
+        return kind == QAccessible::Name && !spoken.isEmpty() ? spoken
+                                                              : QAccessibleWidget::text(kind);
     }
 
     static QAccessibleInterface *make(const QString &, QObject *object)
@@ -53,6 +51,11 @@ ElidedLabel::ElidedLabel(QWidget *parent) : QLabel(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
+QString ElidedLabel::spokenText() const
+{
+    return showsText() ? text() : m_placeholderText;
+}
+
 QSize ElidedLabel::sizeHint() const
 {
     // The same whatever the text, so that a text that arrives moves nothing.
@@ -70,9 +73,18 @@ QSize ElidedLabel::minimumSizeHint() const
     return {widest, sizeHint().height()};
 }
 
+int ElidedLabel::heightForWidth(int width) const
+{
+    const int sides = this->width() - textArea().width();
+    const int above = sizeHint().height() - fontMetrics().height();
+    const QRect lines = fontMetrics().boundingRect(QRect(0, 0, width - sides, QWIDGETSIZE_MAX),
+                                                   Qt::TextWordWrap, text());
+    return qMax(sizeHint().height(), lines.height() + above);
+}
+
 void ElidedLabel::contextMenuEvent(QContextMenuEvent *event)
 {
-    if (text().isEmpty())
+    if (!showsText())
         return;
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -84,9 +96,10 @@ bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
-    const bool isShortened = fontMetrics().horizontalAdvance(text()) > textArea().width();
+    const bool isShortened =
+        !wordWrap() && fontMetrics().horizontalAdvance(text()) > textArea().width();
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                       isShortened ? toolTipOf(text()) : QString(), this);
+                       showsText() && isShortened ? toolTipOf(text()) : toolTip(), this);
     return true;
 }
 
@@ -95,23 +108,38 @@ QRect ElidedLabel::textArea() const
     return m_hasPaper ? contentsRect().adjusted(paperMargin, 0, -paperMargin, 0) : contentsRect();
 }
 
+QString ElidedLabel::drawnText() const
+{
+    QString line = showsText() ? text() : m_placeholderText;
+    for (const QChar breaking : {u'\n', u'\r', u'\t'})
+        line.replace(breaking, u' ');
+    return wordWrap() ? line : fontMetrics().elidedText(line, Qt::ElideMiddle, textArea().width());
+}
+
+int ElidedLabel::drawnFlags() const
+{
+    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment());
+    return static_cast<int>(side) | (wordWrap() ? Qt::TextWordWrap : 0);
+}
+
+QRectF ElidedLabel::ground() const
+{
+    QRectF text = fontMetrics().boundingRect(textArea(), drawnFlags(), drawnText());
+    text.setTop(contentsRect().top());
+    text.setBottom(contentsRect().bottom() + 1);
+    return text.adjusted(-paperMargin, 0.5, paperMargin, -0.5).intersected(QRectF(rect()));
+}
+
 void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QRect area = textArea();
-    const bool isEmpty = text().isEmpty();
-    if (m_hasPaper && !isEmpty) {
+    if (m_hasPaper && showsText()) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QColor(0, 0, 0, 48));
         painter.setBrush(QColor(252, 252, 252));
-        painter.drawRoundedRect(QRectF(contentsRect()).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+        painter.drawRoundedRect(ground().adjusted(0.5, 0, -0.5, 0), 4, 4);
     }
-    QString line = isEmpty ? m_placeholderText : text();
-    for (const QChar breaking : {u'\n', u'\r', u'\t'})
-        line.replace(breaking, u' ');
-    const QString shown = fontMetrics().elidedText(line, Qt::ElideMiddle, area.width());
     painter.setLayoutDirection(Qt::LayoutDirectionAuto); // a path reads from its own side
-    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment());
-    style()->drawItemText(&painter, area, static_cast<int>(side), palette(), isEnabled(), shown,
-                          isEmpty ? QPalette::PlaceholderText : foregroundRole());
+    style()->drawItemText(&painter, textArea(), drawnFlags(), palette(), isEnabled(), drawnText(),
+                          showsText() ? foregroundRole() : QPalette::PlaceholderText);
 }

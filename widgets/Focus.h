@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QPointer>
+#include <QWidget>
+
 class QLineEdit;
-class QWidget;
 
 enum class FocusRing { Default, None };
 
@@ -18,3 +20,23 @@ void forget(QLineEdit *field);
 
 /// Shows the window in front of the others, with the keyboard's focus.
 void makeKeyAndOrderFront(QWidget *window);
+
+/// Leaves the window without a focused control, also when it comes to the front again: Qt would
+/// then choose the first one.
+void takeFocusOffControls(QWidget *window);
+
+/// While it lives, controls of the window may be disabled and hidden. Qt hands the focus of such
+/// a control on to the next one, where a Space would press what nobody chose; afterwards no
+/// control has it.
+class FocusGuard
+{
+    Q_DISABLE_COPY_MOVE(FocusGuard)
+
+public:
+    explicit FocusGuard(QWidget *window);
+    ~FocusGuard();
+
+private:
+    QWidget *m_window;
+    QPointer<QWidget> m_focused;
+};
