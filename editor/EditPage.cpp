@@ -9,6 +9,7 @@
 #include "platform/Path.h"
 #include "widgets/Focus.h"
 #include "widgets/KeepPlace.h"
+#include "widgets/Mark.h"
 #include "widgets/ProgressAnimation.h"
 #include "widgets/TextColour.h"
 
@@ -23,8 +24,13 @@ EditPage::EditPage(QWidget *window, qint32 &count) : dropZone1(window)
     renameSheet = new RenameSheet(window);
     confirmSheet = new ConfirmSheet(window);
     theTimer = new ProgressAnimation(progressBarT, count);
-    keepPlaceWhenHidden(orgButton);
+    frPopupMark = new Mark(this);
     keepPlaceWhenHidden(progressBarT);
+    for (FactLabel *each : facts()) {
+        if (!each->hasPaper())
+            each->setContentsMargins(8, 0, 8, 0); // in line with the one on paper
+    }
+    fitToFont();
     wireControls();
 }
 
@@ -34,7 +40,13 @@ void EditPage::wireControls()
     connect(oFile, &QAbstractButton::clicked, this, &EditPage::openFile);
     connect(tClearButton, &QAbstractButton::clicked, this, &EditPage::clearEditor);
     connect(setButton, &QAbstractButton::clicked, this, &EditPage::addElements);
-    connect(element, &QLineEdit::returnPressed, setButton, &QAbstractButton::click);
+    // An empty name is written by the button alone: a Return behind a drop would wipe the theme.
+    connect(element, &QLineEdit::returnPressed, setButton, [this] {
+        if (!element->text().isEmpty())
+            setButton->click();
+    });
+    connect(frPopup, &QComboBox::activated, frPopupMark,
+            [this] { frPopupMark->setWidget(nullptr); });
     // Return in the rate list presses nothing: one that chooses a rate would conform at once.
     connect(conformButton, &QAbstractButton::clicked, this, &EditPage::conform);
     connect(orgButton, &QAbstractButton::clicked, this, &EditPage::backupOriginal);
@@ -53,7 +65,7 @@ void EditPage::applicationDidFinishLaunching()
 {
     // Once more, so that the state after launch is this one whatever came before.
     orgButton->hide();
-    wasArchived->clear();
+    say({}, {});
 }
 
 bool EditPage::takeDropped(const QString &path)
@@ -79,8 +91,11 @@ void EditPage::openFile()
     panel->setNameFilter(tr("Motion files (%1)").arg(patterns.join(u' ')));
     connect(panel, &QFileDialog::filesSelected, this, [this](const QStringList &paths) {
         for (const QString &path : paths) {
-            if (projectKind(Path::extension(path))) // a name may be typed past the filter
+            // A panel's filter lets other names through: typed ones, and those in upper case.
+            if (projectKind(Path::extension(path)))
                 takeFile(path, Intake::Panel);
+            else
+                declineFile();
         }
     });
     panel->open();
@@ -96,6 +111,7 @@ bool EditPage::takeFile(const QString &path, Intake intake)
     const QString name = Path::lastComponent(input1->text());
     display->setText(Path::withoutExtension(name));
     setLoaded(true);
+    markMessageAsEarlier(true);
     if (intake == Intake::Drop)
         Q_EMIT renameAllowed(true);
     makeFirstResponder(window(), element);
@@ -113,6 +129,7 @@ bool EditPage::takeFile(const QString &path, Intake intake)
 
 void EditPage::clearEditor()
 {
+    const FocusGuard guard(window());
     reset();
     Q_EMIT renameAllowed(false);
 }
@@ -121,8 +138,9 @@ void EditPage::reset()
 {
     for (QLabel *each : std::initializer_list<QLabel *>{
              display, input1, textField1, typeText, theFrames, theFrameRate, theDuration, secFloat,
-             resOutput, statusImage, dateTextField, wasArchived, parText})
+             resOutput, statusImage, dateTextField, parText})
         each->clear();
+    say({}, {});
     element->clear();
     setLoaded(false);
     setFocusRing(element, FocusRing::None);
@@ -135,37 +153,39 @@ void EditPage::setLoaded(bool loaded)
          std::initializer_list<QWidget *>{frPopup, conformButton, setButton, element, tClearButton})
         each->setEnabled(loaded);
     orgButton->setVisible(loaded);
+    showStanding(loaded ? FactLabel::Standing::Earlier : FactLabel::Standing::None);
+    showCard();
 }
 
 /// An unknown extension leaves the icon as it was.
 void EditPage::showKind(const QString &extension)
 {
-    if (const ProjectKind *kind = projectKind(extension)) {
-        const QIcon icon(u":/"_s + kind->iconName);
-        statusImage->setPixmap(icon.pixmap(statusImage->size(), statusImage->devicePixelRatioF()));
-    }
+    if (const ProjectKind *kind = projectKind(extension))
+        statusImage->setPixmap(picture(kind->iconName, statusImage->width()));
 }
 
 /// Resets part of the page before the alert is shown; the path and the inspected values stay.
 void EditPage::rejectFile()
 {
-    for (QLabel *each : {display, textField1, typeText})
+    for (QLabel *each : std::initializer_list<QLabel *>{display, textField1, typeText})
         each->clear();
     setLoaded(false);
     makeFirstResponder(window(), nullptr);
     setFocusRing(element, FocusRing::Default);
+    display->setPlaceholderText(tr("Not a Motion file"));
     runAlert(window(), tr("Project File Error!"),
              tr("This Edit module only accepts Motion Project files ..."));
+    takeFocusOffControls(window());
 }
 
 void EditPage::showTheme(const InspectionValues &values)
 {
     if (const auto theme = firstValue(values.theme)) {
-        textField1->setText(*theme);
+        textField1->setValue(*theme);
         setTextColour(textField1, calibratedColour(0, 0, 0));
         diagnosticLog(values.theme);
     } else {
-        textField1->setText(tr("Template does not include Theme reference ..."));
+        textField1->setValue(tr("Template does not include Theme reference ..."));
         setTextColour(textField1, calibratedColour(0, 0, 1));
     }
 }
@@ -177,26 +197,31 @@ bool EditPage::showInspection(const InspectionValues &values)
     const auto frameRate = firstValue(values.frameRate);
     if (!frameRate)
         return false;
-    theFrameRate->setText(*frameRate);
+    theFrameRate->setValue(*frameRate);
     diagnosticLog(values.frameRate);
 
     const auto duration = firstValue(values.duration);
     if (!duration)
         return false;
-    theFrames->setText(*duration);
+    theFrames->setValue(*duration);
     diagnosticLog(values.duration);
 
     // From the fields, so that the seconds belong to what the fields show.
     secFloat->setText(secondsText(theFrames->text(), theFrameRate->text()));
-    theDuration->setText(secFloat->text() + u' ' + tr("seconds"));
+    theDuration->setValue(secFloat->text() + u' ' + tr("seconds"));
 
     const auto width = firstValue(values.width);
     const auto height = firstValue(values.height);
     if (!width || !height)
         return false;
-    resOutput->setText(*width + u'x' + *height);
+    resOutput->setValue(*width + u'x' + *height);
 
     if (const auto ratio = firstValue(values.pixelAspectRatio))
-        parText->setText(pixelAspectRatioLabel(*ratio));
+        parText->setValue(pixelAspectRatioLabel(*ratio));
     return true;
+}
+
+EditPage::Facts EditPage::facts() const
+{
+    return {textField1, theFrameRate, theFrames, theDuration, resOutput, parText};
 }

@@ -5,7 +5,10 @@
 
 #include "ui_EditPage.h"
 
+#include <array>
+
 class ConfirmSheet;
+class Mark;
 class ProgressAnimation;
 class RenameSheet;
 
@@ -50,9 +53,11 @@ Q_SIGNALS:
 
 protected:
     bool takeDropped(const QString &path) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     enum class Intake { Drop, Panel };
+    using Facts = std::array<FactLabel *, 6>;
 
     void wireControls();
     bool takeFile(const QString &path, Intake intake);
@@ -62,6 +67,20 @@ private:
     void rejectFile();
     void showTheme(const InspectionValues &values);
     bool showInspection(const InspectionValues &values);
+    [[nodiscard]] Facts facts() const;
+
+    // EditPageLook.cpp: what makes the page telling beside its texts
+    void fitToFont();
+    [[nodiscard]] QPixmap picture(const QString &name, int side) const;
+    void showCard();
+    void invite(const QString &heading, const QString &text);
+    void declineFile();
+    void say(const QString &message, const QIcon &icon);
+    void markMessageAsEarlier(bool isEarlier);
+    void showStanding(FactLabel::Standing standing);
+    [[nodiscard]] QStringList factTexts() const;
+    void tintChanges(const QStringList &before) const;
+
     void renameTemplate(const QString &name);
     void askForFrameRate();
     void endArchiveOffer();
@@ -70,4 +89,5 @@ private:
     RenameSheet *renameSheet = nullptr;
     ConfirmSheet *confirmSheet = nullptr;
     ProgressAnimation *theTimer = nullptr;
+    Mark *frPopupMark = nullptr;
 };

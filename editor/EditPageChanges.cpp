@@ -7,21 +7,26 @@
 #include "platform/FileTree.h"
 #include "platform/Path.h"
 #include "platform/Workspace.h"
+#include "widgets/Focus.h"
+#include "widgets/Mark.h"
 #include "widgets/ProgressAnimation.h"
 #include "widgets/TextColour.h"
 
 #include <QDateTime>
+#include <QIcon>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 void EditPage::addElements()
 {
+    const QStringList before = factTexts();
     const QString path = input1->text();
     Result<ProjectDocument> document = openProjectDocument(path);
     const QStringList themes = nodeValues(document, {"theme"}).front();
     if (const auto theme = firstValue(themes)) {
-        textField1->setText(*theme);
+        textField1->setValue(*theme);
         diagnosticLog(themes);
     } else {
         if (document && !insertTheme(*document))
@@ -30,21 +35,23 @@ void EditPage::addElements()
         // What was written is what is in memory; after a failure the file decides.
         if (!writeDocument(document, path))
             document = openProjectDocument(path);
-        textField1->setText(tr("Template does not include Theme reference ..."));
+        textField1->setValue(tr("Template does not include Theme reference ..."));
     }
     setTextColour(textField1, calibratedColour(0, 0, 0));
 
     if (document && setTheme(*document, element->text()) > 0)
-        textField1->setText(element->text());
-    std::ignore = writeDocument(document, path);
+        textField1->setValue(element->text());
+    if (writeDocument(document, path))
+        tintChanges(before);
     element->clear();
     endArchiveOffer();
-    wasArchived->clear();
+    say({}, {});
     theTimer->start(4ms);
 }
 
 void EditPage::conform()
 {
+    const QStringList before = factTexts();
     const QString path = input1->text();
     Result<ProjectDocument> document = openProjectDocument(path);
     if (!document)
@@ -58,9 +65,9 @@ void EditPage::conform()
         return;
 
     if (rate) {
-        theFrames->setText(rate->frames);
-        theFrameRate->setText(rate->frameRate);
-        wasArchived->clear();
+        theFrames->setValue(rate->frames);
+        theFrameRate->setValue(rate->frameRate);
+        say({}, {});
         progressBarT->show();
     } else if (index == 0) {
         askForFrameRate();
@@ -70,7 +77,8 @@ void EditPage::conform()
     // Every later triple finds the pop-up at its prompt: it changes nothing in the file.
     if (matches.moreTriples)
         askForFrameRate();
-    std::ignore = writeDocument(document, path);
+    if (writeDocument(document, path))
+        tintChanges(before);
 }
 
 void EditPage::checkThem1()
@@ -87,12 +95,14 @@ void EditPage::writeToFile()
     display->clear();
     endArchiveOffer();
     tClearButton->setEnabled(false);
+    showStanding(FactLabel::Standing::None);
+    showCard();
     confirmSheet->closeConfirmSheet();
 }
 
 void EditPage::raiseRenameSheet()
 {
-    renameSheet->raiseRenameSheet(display->text());
+    renameSheet->raiseRenameSheet(display->text(), Path::extension(input1->text()));
 }
 
 void EditPage::renameTemplate(const QString &name)
@@ -103,6 +113,7 @@ void EditPage::renameTemplate(const QString &name)
     std::ignore = FileTree::move({folder, Path::lastComponent(path)}, {folder, fileName});
     display->setText(Path::withoutExtension(fileName));
     input1->setText(folder + u'/' + fileName);
+    showCard();
 }
 
 void EditPage::backupOriginal()
@@ -117,8 +128,9 @@ void EditPage::backupOriginal()
     // Of a link, the file that it leads to: a copy of the link would keep nothing.
     std::ignore = FileTree::copy(FileTree::itemAt(input1->text()), {folder, archiveName});
     std::ignore = FileTree::move({folder, archiveName}, {archiveFolder, archiveName});
+    const FocusGuard guard(window());
     orgButton->hide();
-    wasArchived->setText(tr("Original Archived"));
+    say(tr("Original Archived"), QIcon(u":/icons/archive-48.png"_s));
     theTimer->start(3ms);
 }
 
@@ -129,13 +141,15 @@ void EditPage::openArchivesFolder()
 
 void EditPage::askForFrameRate()
 {
-    wasArchived->setText(tr("Choose Framerate"));
+    say(tr("Choose Framerate"), style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    frPopupMark->setWidget(frPopup);
     progressBarT->hide();
 }
 
 /// The file has changed, or is gone from the editor: what could be archived is no original.
 void EditPage::endArchiveOffer()
 {
+    const FocusGuard guard(window());
     orgButton->hide();
     dateTextField->clear();
 }

@@ -8,6 +8,7 @@ using namespace Qt::StringLiterals;
 RenameSheet::RenameSheet(QWidget *window) : QDialog(window)
 {
     setupUi(this);
+    newTempplateName->setMinimumWidth(fontMetrics().averageCharWidth() * 40);
     connect(Ui::RenameSheet::renameTemplate, &QAbstractButton::clicked, this,
             &RenameSheet::renameTemplate);
     connect(Ui::RenameSheet::clearRenameTextField, &QAbstractButton::clicked, this,
@@ -17,12 +18,15 @@ RenameSheet::RenameSheet(QWidget *window) : QDialog(window)
     connect(this, &QDialog::rejected, this, &RenameSheet::cancelRenameTemplate);
 }
 
-void RenameSheet::raiseRenameSheet(const QString &presentName)
+void RenameSheet::raiseRenameSheet(const QString &name, const QString &extension)
 {
     newNameWarning->clear();
     newTempplateName->clear();
+    presentName->setText(name);
+    presentExtension->setText(extension.isEmpty() ? QString() : u'.' + extension);
+    keptExtension->setText(u'.' + extension); // the dot also where no extension follows
     // Twice, because once it would be Qt's mark of a changed document.
-    parentWidget()->setWindowTitle(QString(presentName).replace("[*]"_L1, "[*][*]"_L1));
+    parentWidget()->setWindowTitle(QString(name).replace("[*]"_L1, "[*][*]"_L1));
     makeFirstResponder(this, newTempplateName);
     open();
 }

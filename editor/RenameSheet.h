@@ -12,7 +12,8 @@ class RenameSheet : public QDialog, private Ui::RenameSheet
 public:
     explicit RenameSheet(QWidget *window);
 
-    void raiseRenameSheet(const QString &presentName);
+    /// Of the file that is to be renamed: its name without the extension, and the extension.
+    void raiseRenameSheet(const QString &name, const QString &extension);
     void clearRenameTextField();
     void renameTemplate();
     void cancelRenameTemplate();

@@ -20,8 +20,8 @@ edit := segment segController 1
 start | launch |
         off clearButton conformButton element frPopup mNewCatButton mSendButton setButton
         tClearButton;
-        hide backupProgress dateFloat hidden orgButton renameButton scratch showBackup
-        theBackupButton theReQueue; check compositionsChoice; ring input
+        hide backupProgress dateFloat fileCard hidden orgButton renameButton scratch showBackup
+        statusStrip theBackupButton theReQueue; check compositionsChoice; ring input
 start | segment segController 1 |
         off renameButton; show renameButton; hide addButton; focus oFile; segController=1;
         theTabView=1

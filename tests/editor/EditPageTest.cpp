@@ -76,10 +76,14 @@ loaded := segment segController 1, drop editHint Glow.motn
 renaming := segment segController 1, drop editHint Glow.motn, click renameButton
 enabled := on conformButton element frPopup renameButton setButton tClearButton; off oFile; show orgButton
 disabled := off conformButton element frPopup setButton tClearButton; on oFile; hide orgButton
-facts := ring element; focus element; parText=Square; resOutput=1920x1080; secFloat=10.0; theDuration=10.0 seconds; theFrameRate=29.97; theFrames=300
+filled := hide emptyCard emptyPicture; show fileCard
+emptied := hide fileCard; show emptyCard emptyPicture
+facts := $filled; ring element; focus element; parText=Square; resOutput=1920x1080; secFloat=10.0; theDuration=10.0 seconds; theFrameRate=29.97; theFrames=300
 noTheme := textField1 #0000ff; textField1=Template does not include Theme reference ...
 refused := alert Project File Error! / This Edit module only accepts Motion Project files ... / warning / OK
-cleared := off conformButton element frPopup renameButton setButton tClearButton; on oFile; unring element; display=; focus openTemplatesRootFolder; input1=; parText=; resOutput=; secFloat=; statusImage=; textField1=; theDuration=; theFrameRate=; theFrames=; typeText=
+said := show statusStrip; statusIcon=a picture
+unsaid := hide statusStrip; statusIcon=
+cleared := off conformButton element frPopup renameButton setButton tClearButton; on oFile; unring element; display=; $emptied; unfocus mWindow; input1=; parText=; resOutput=; secFloat=; statusImage=; textField1=; theDuration=; theFrameRate=; theFrames=; typeText=
 edit | drop editHint Glow.motn |
         $facts; $enabled; $noTheme; display=Glow; input1=~/Glow.motn;
         log Dragged files / ~/Glow.motn / (29.97) / (300); statusImage=mDocument.png; typeText=motn
@@ -89,11 +93,13 @@ edit | panel Glow.motn, click oFile |
         on conformButton element frPopup setButton tClearButton; off oFile; show orgButton;
         display=Glow; input1=~/Glow.motn; log (29.97) / (300); statusImage=mDocument.png;
         typeText=motn
-edit | panel Other.mov, click oFile | on renameButton; panel Open / &Open / Look in:
+edit | panel Other.mov, click oFile |
+        on renameButton; panel Open / &Open / Look in:; emptyHeading=That file was not opened;
+        emptyText=Its name must end in .motn, .moef, .moti or .motr, in lower case
 edit | drag editHint Glow.motn | light editHint
 edit, drag editHint Glow.motn | leave editHint | dim editHint
 edit | drop editHint Bare.moti |
-        $enabled; $noTheme; ring element; display=Bare; focus element; input1=~/Bare.moti;
+        $enabled; $noTheme; $filled; ring element; display=Bare; focus element; input1=~/Bare.moti;
         log Dragged files / ~/Bare.moti / (25) / (300); parText=Square; resOutput=1920x1080;
         secFloat=12.0; statusImage=mTitle.png; theDuration=12.0 seconds; theFrameRate=25;
         theFrames=300; typeText=moti
@@ -120,12 +126,13 @@ loaded | drop editHint LOUD.MOTN |
         typeText=; unfocus mWindow; $refused; log (60) / (300); secFloat=5.0;
         theDuration=5.0 seconds; theFrameRate=60
 edit | drop editHint Glow.motn Folder Themed.moef |
-        on renameButton; ring element; input1=~/Folder;
+        on renameButton; $filled; ring element; input1=~/Folder;
         log Dragged files / ~/Glow.motn / (29.97) / (300) / ~/Folder; parText=Square;
         resOutput=1920x1080; secFloat=10.0; statusImage=mDocument.png; textField1 #0000ff;
         theDuration=10.0 seconds; theFrameRate=29.97; theFrames=300; unfocus mWindow; $refused
 loaded | click tClearButton | $cleared; hide orgButton
-loaded, click orgButton, rest | menu clearEditorItem | $cleared; dateTextField=; wasArchived=
+loaded, click orgButton, rest | menu clearEditorItem |
+        $cleared; $unsaid; dateTextField=; wasArchived=
 loaded | segment segController 0 |
         show addButton; hide renameButton; focus input; segController=0; theTabView=0
 loaded, segment segController 0 | menu editModeItem |
@@ -134,12 +141,12 @@ loaded, segment segController 0 | menu editModeItem |
 loaded | pick frPopup 4, menu conformItem |
         hide orgButton; run progressBarT; theFrameRate=25; theFrames=250; write Glow.motn
 loaded, click conformButton, rest | pick frPopup 2, click conformButton |
-        show progressBarT; run progressBarT; theFrameRate=23.98; theFrames=239.8; wasArchived=;
+        $unsaid; show progressBarT; run progressBarT; theFrameRate=23.98; theFrames=239.8; wasArchived=;
         write Glow.motn
 loaded, click orgButton, rest | click conformButton |
         run progressBarT; hide progressBarT; dateTextField=; wasArchived=Choose Framerate; write Glow.motn
 edit, drop editHint Twice.motn | pick frPopup 9, click conformButton |
-        run progressBarT; hide orgButton progressBarT; theFrameRate=60; theFrames=600; wasArchived=Choose Framerate;
+        $said; run progressBarT; hide orgButton progressBarT; theFrameRate=60; theFrames=600; wasArchived=Choose Framerate;
         write Twice.motn
 edit, drop editHint Bare.moti | pick frPopup 4, click conformButton | hide orgButton; frPopup=4
 edit, drop editHint Broken.motr | click conformButton |
@@ -155,17 +162,18 @@ edit, drop editHint Broken.motr | click setButton |
         textField1 #000000
 edit, drop editHint Small.motn | click setButton |
 loaded | menu backupOriginalItem |
-        run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Glow-DATE.motn; dateTextField=DATE;
+        $said; run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Glow-DATE.motn; dateTextField=DATE;
         wasArchived=Original Archived
 loaded, click orgButton, rest | menu writeToFileItem |
-        $cleared; dateTextField=; wasArchived=; write Glow.motn
+        $cleared; $unsaid; dateTextField=; wasArchived=; write Glow.motn
 loaded, open confirmSheet | click writeToFile |
-        off tClearButton; hide confirmSheet orgButton; display=; input1=; textField1=;
+        $emptied; off tClearButton; hide confirmSheet orgButton; display=; input1=; textField1=;
         write Glow.motn
 loaded, open confirmSheet | click closeConfirmSheet | hide confirmSheet
 loaded, open confirmSheet | close confirmSheet | hide confirmSheet
 loaded | menu raiseRenameSheetItem |
-        show renameSheet; focus newTempplateName; front renameSheet; mWindow=Glow
+        show renameSheet; focus newTempplateName; front renameSheet; mWindow=Glow;
+        keptExtension=.motn; presentExtension=.motn; presentName=Glow
 renaming, type newTempplateName New | click clearRenameTextField | newTempplateName=
 renaming | click renameTemplate |
         newNameWarning #2c4cff; newNameWarning=Please append new name For Template or Cancel ...
@@ -177,7 +185,7 @@ renaming, type newTempplateName New | key newTempplateName Escape |
 renaming, type newTempplateName New | key newTempplateName Return |
         hide renameSheet; Glow.motn -> New.motn; display=New; input1=~/New.motn; mWindow=Brimvale
 renaming, type newTempplateName New, click renameTemplate | click renameButton |
-        show renameSheet; focus newTempplateName; mWindow=New; newTempplateName=
+        show renameSheet; focus newTempplateName; mWindow=New; newTempplateName=; presentName=New
 renaming, type newTempplateName Themed | click renameTemplate |
         hide renameSheet; display=Themed; input1=~/Themed.motn; mWindow=Brimvale
 renaming, type newTempplateName Folder.motn/New | click renameTemplate |
