@@ -26,7 +26,7 @@ public:
 
     void drop(const QString &name, const QByteArray &content) const
     {
-        const AlertAnswerer answerer;
+        const ChangeList answersAlerts(*this);
         dropFiles(u"editHint"_s, {makeFile(name, content)});
     }
 

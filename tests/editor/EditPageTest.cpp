@@ -195,17 +195,18 @@ renaming, type newTempplateName ../New | click renameTemplate |
 renaming, type newTempplateName a.b | click renameTemplate |
         hide renameSheet; Glow.motn -> a.b.motn; display=a.b; input1=~/a.b.motn; mWindow=Brimvale
 edit, drop editHint Linked.motn | click orgButton |
-        run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Linked-DATE.motn; dateTextField=DATE;
+        $said; run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Linked-DATE.motn; dateTextField=DATE;
         wasArchived=Original Archived
 edit, drop editHint [*]-x.motn | click renameButton |
-        show renameSheet; focus newTempplateName; front renameSheet; mWindow=[*][*]-x
+        show renameSheet; focus newTempplateName; front renameSheet; mWindow=[*][*]-x;
+        keptExtension=.motn; presentExtension=.motn; presentName=[*]-x
 edit, drop editHint Nine.motn | pick frPopup 8, click conformButton |
         hide orgButton; run progressBarT; theFrameRate=59.94; theFrames=593.406; write Nine.motn
 edit | drop editHint Broken.motr Glow.motn |
-        $enabled; $noTheme; ring element; display=Broken; focus element; input1=~/Broken.motr;
+        $filled; $enabled; $noTheme; ring element; display=Broken; focus element; input1=~/Broken.motr;
         log Dragged files / ~/Broken.motr; statusImage=mTransition.png; typeText=motr
 loaded, click conformButton, rest | segment segController 1, click tClearButton |
-        $cleared; wasArchived=
+        $cleared; $unsaid; wasArchived=
 )");
 }
 
