@@ -20,7 +20,7 @@ namespace {
 constexpr char prefix[] = ".Brimvale-";
 constexpr char partialSuffix[] = ".partial";
 constexpr char asideSuffix[] = ".moved.partial";
-constexpr qint64 secondsADay = 24 * 60 * 60;
+constexpr qint64 secondsADay = 86'400;
 
 QByteArray hiddenName(const char *suffix)
 {
