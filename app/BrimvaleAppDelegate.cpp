@@ -54,9 +54,11 @@ void BrimvaleAppDelegate::buildWindows()
     theTabView->addWidget(editPage);
     // The footer comes last: the pages joined the window behind it.
     QWidget *last = editPage->tClearButton;
-    for (QWidget *next : {Ui::MainWindow::openTemplatesRootFolder, openArchivesFolder,
-                          openLogsWindow, runPrefsWindow, Ui::MainWindow::openHelpSheet})
+    for (QToolButton *next : {Ui::MainWindow::openTemplatesRootFolder, openArchivesFolder,
+                              openLogsWindow, runPrefsWindow, Ui::MainWindow::openHelpSheet}) {
         QWidget::setTabOrder(std::exchange(last, next), next);
+        growIcon(next, 16);
+    }
     theSheet = new HelpSheet(mWindow.get());
 
     window = std::make_unique<QWidget>();

@@ -27,13 +27,6 @@ void pressByReturn(QWidget *control, QAbstractButton *button)
     }
 }
 
-/// With the font.
-void growIcon(QAbstractButton *button, int pixels)
-{
-    button->setIcon(pictureBesideText(*button, button->icon(), pixels));
-    button->setIconSize(QSize(1, 1) * besideText(*button, pixels));
-}
-
 } // namespace
 
 InstallPage::InstallPage(QWidget *window, qint32 &count) : dropZone(window)

@@ -1,5 +1,6 @@
 #include "Legibility.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
 #include <QPalette>
@@ -103,6 +104,12 @@ QPixmap pictureBesideText(const QWidget &widget, const QIcon &icon, int pixels)
         picture = picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     picture.setDevicePixelRatio(ratio);
     return picture;
+}
+
+void growIcon(QAbstractButton *button, int pixels)
+{
+    button->setIcon(pictureBesideText(*button, button->icon(), pixels));
+    button->setIconSize(QSize(1, 1) * besideText(*button, pixels));
 }
 
 QPixmap warningIcon(const QWidget &widget)

@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QIcon>
 
+class QAbstractButton;
 class QObject;
 class QWidget;
 
@@ -14,6 +15,10 @@ int besideText(const QWidget &widget, int pixels);
 
 /// An icon of such a size, from pictures that are drawn for the usual one.
 QPixmap pictureBesideText(const QWidget &widget, const QIcon &icon, int pixels);
+
+/// Has a button's icon of such a size, which is meant for text of the usual size, suit its own
+/// text.
+void growIcon(QAbstractButton *button, int pixels);
 
 /// The icon before a warning in a text of this widget's.
 QPixmap warningIcon(const QWidget &widget);

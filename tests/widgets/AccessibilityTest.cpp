@@ -19,6 +19,8 @@ private Q_SLOTS:
     void usesEachMnemonicOnce();
     void reachesEveryControlByTab_data();
     void reachesEveryControlByTab();
+    void keepsPlaceholdersLegible_data();
+    void keepsPlaceholdersLegible();
 };
 
 namespace {
@@ -184,6 +186,35 @@ void AccessibilityTest::reachesEveryControlByTab()
         std::rotate(names.begin(), names.begin() + names.indexOf(u""_s), names.end());
         QCOMPARE(names, tabOrder);
     }
+}
+
+void AccessibilityTest::keepsPlaceholdersLegible_data()
+{
+    QTest::addColumn<QColor>("text");
+    QTest::addColumn<QColor>("ground");
+    QTest::newRow("light") << QColor(Qt::black) << QColor(Qt::white);
+    QTest::newRow("dark") << QColor(240, 240, 240) << QColor(49, 49, 53);
+    QTest::newRow("pale") << QColor(90, 90, 90) << QColor(250, 250, 250);
+}
+
+/// The desktop changes its colours while the program runs.
+void AccessibilityTest::keepsPlaceholdersLegible()
+{
+    QFETCH(const QColor, text);
+    QFETCH(const QColor, ground);
+    const TestHome home;
+    const RunningProgram program;
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette({text, ground, ground, ground, ground, text, text, ground, ground});
+    QCoreApplication::processEvents();
+    const QColor shown =
+        program.find<QWidget>(u"input"_s)->palette().color(QPalette::PlaceholderText);
+    QApplication::setPalette(before);
+    // Of greys, near enough: what is seen through the ground, made linear.
+    const auto luminance = [](double grey) { return std::pow(grey, 2.2) + 0.05; };
+    const double seen = shown.redF() * shown.alphaF() + ground.redF() * (1 - shown.alphaF());
+    const double contrast = luminance(seen) / luminance(ground.redF());
+    QVERIFY2(std::max(contrast, 1 / contrast) >= 4.4, qPrintable(QString::number(contrast)));
 }
 
 int main(int argc, char *argv[])
