@@ -41,6 +41,7 @@ void EditPage::fitToFont()
 {
     for (QLabel *each : std::initializer_list<QLabel *>{display, emptyHeading})
         each->setFont(headingFont());
+    typeText->setFixedWidth(typeText->minimumSizeHint().width()); // the name gets the rest
     statusImage->setFixedSize(QSize(1, 1) * besideText(*this, 64));
     emptyPicture->setFixedSize(QSize(1, 1) * besideText(*this, 48));
     emptyPicture->setPixmap(picture(u"noFile.png"_s, emptyPicture->width()));

@@ -249,7 +249,8 @@ void EditPageLookTest::nothingIsCut()
                 .size();
         return !label->text().isEmpty() && lines == lines.boundedTo(label->size());
     };
-    for (const QString &each : {u"wasArchived"_s, u"dateTextField"_s, u"newNameWarning"_s})
+    for (const QString &each :
+         {u"typeText"_s, u"wasArchived"_s, u"dateTextField"_s, u"newNameWarning"_s})
         QTRY_VERIFY2(isWhole(each), qPrintable(each));
     QVERIFY(editor.find<QLabel>(u"display"_s)->fontMetrics().height() >
             editor.find<QLabel>(u"theFrames"_s)->fontMetrics().height());
