@@ -98,7 +98,7 @@ void InstallPage::updateText(const QString &path)
     makeKeyAndOrderFront(window());
     test->setText(Path::lastComponent(input->text()));
     setFocusRing(input, FocusRing::None);
-    makeFirstResponder(window(), nullptr);
+    takeFocusOffControls(window());
     enableInstallButtons(true);
     if (!Path::extension(path).isEmpty()) {
         forget(input);
@@ -111,6 +111,7 @@ void InstallPage::updateText(const QString &path)
 
 void InstallPage::clearInputs()
 {
+    const FocusGuard guard(window()); // the button itself is disabled
     test->clear();
     forget(input);
     enableInstallButtons(false);

@@ -100,7 +100,7 @@ QPixmap pictureBesideText(const QWidget &widget, const QIcon &icon, int pixels)
     const qreal ratio = widget.devicePixelRatioF();
     const int side = qRound(besideText(widget, pixels) * ratio);
     QPixmap picture = icon.pixmap(QSize(pixels, pixels), side > pixels * ratio ? finest : ratio);
-    if (picture.width() != side)
+    if (!picture.isNull() && picture.width() != side)
         picture = picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     picture.setDevicePixelRatio(ratio);
     return picture;

@@ -40,7 +40,7 @@ chosen | drop installHint Pack.v2 |
         $notReady; input=; log Dragged files / ~/Pack.v2; test=; $refused
 start | drop installHint Intro.motn Desktop/Glow |
         unring input; log Dragged files / ~/Intro.motn; unfocus mWindow; $refused; $ready;
-        focus segController; input=~/Desktop/Glow; log ~/Desktop/Glow; test=Glow
+        focus mWindow; input=~/Desktop/Glow; log ~/Desktop/Glow; test=Glow
 start | drop installHint Desktop/Glow Intro.motn |
         unring input; log Dragged files / ~/Desktop/Glow / ~/Intro.motn; unfocus mWindow; $refused
 start | type input ~/Desktop/Glow// | input=~/Desktop/Glow//
@@ -51,6 +51,7 @@ start | panel Desktop/Glow, click addButton |
 start | panel, menu doOpenItem | panel Folder Selector / Add / Select Motion Content Folder ...
 start | menu clearInputsItem |
 chosen | click clearButton | $notReady; input=; test=
+chosen, focus clearButton | click clearButton | $notReady; input=; test=; unfocus mWindow
 chosen | menu clearInputsItem | $notReady; input=; test=
 chosen, click effectsChoice | menu moveAndCloseItem | $installed; run progressBar; Desktop/Glow -> LIB/Effects.l/Glow
 chosen, click generatorsChoice, focus generatorsChoice | key generatorsChoice Return |
