@@ -1,96 +1,147 @@
-#include "IniText.h"
 #include "SettingsLock.h"
 #include "SettingsStore.h"
 #include "platform/WholeFile.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QIODevice>
 #include <QSettings>
+#include <QTemporaryDir>
 
+#include <algorithm>
 #include <functional>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
-// The file is the one that QSettings reads under "Brimvale" and "Brimvale", but QSettings does not
-// write it: it takes a file that it cannot read for an empty one, and leaves an empty one when the
-// disk is full.
+// QSettings reads and writes the values, but not the file: it takes one that it cannot read for an
+// empty one, and leaves an empty one when the disk is full.
 
 namespace {
 
-/// Asked of QSettings without a look into the file itself.
-QString filePath()
+using Edit = std::function<void(QSettings &)>;
+
+/// The file that QSettings reads under "Brimvale" and "Brimvale".
+class Stored : public QSettings
 {
-    const QSettings beside(QSettings::NativeFormat, QSettings::UserScope, u"Brimvale"_s);
-    return QFileInfo(beside.fileName()).path() + u"/Brimvale/Brimvale.conf"_s;
+public:
+    Stored() : QSettings(NativeFormat, UserScope, u"Brimvale"_s, u"Brimvale"_s)
+    {
+        setFallbacksEnabled(false);
+    }
+};
+
+/// Whether a file, read anew, holds all of these settings.
+bool holdsAll(const QString &path, const QSettings &settings)
+{
+    const QSettings written(path, QSettings::IniFormat);
+    const QStringList keys = settings.allKeys();
+    return written.status() == QSettings::NoError && written.allKeys() == keys &&
+           std::all_of(keys.begin(), keys.end(), [&](const QString &key) {
+               return written.value(key) == settings.value(key);
+           });
 }
 
-bool isSameContent(const std::optional<FileVersion> &one, const std::optional<FileVersion> &other)
+/// The file's text with its values edited, by way of a copy of QSettings' own: in memory, for
+/// QSettings waits for the disk at every change.
+Result<QByteArray> edited(const QByteArray &text, const Edit &edit)
 {
-    return one && other ? one->hasSameContent(*other) : one == other;
+    const QString memory = u"/dev/shm"_s;
+    const QTemporaryDir folder((QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) +
+                               u"/Brimvale-XXXXXX"_s);
+    QFile copy(folder.filePath(u"before"_s));
+    if (!folder.isValid() || !copy.open(QIODevice::WriteOnly) || copy.write(text) != text.size() ||
+        !copy.flush())
+        return Failure{u"cannot copy the settings: "_s + copy.errorString()};
+    copy.close();
+
+    QSettings settings(copy.fileName(), QSettings::IniFormat);
+    if (settings.status() != QSettings::NoError)
+        return Failure{u"cannot read the settings"_s};
+    edit(settings);
+    settings.sync();
+    // QSettings says nothing of what it could not write. Under another name it reads it anew.
+    if (!copy.rename(folder.filePath(u"after"_s)) || !holdsAll(copy.fileName(), settings))
+        return Failure{u"cannot write the settings"_s};
+    Result<WholeFile> written = readWholeFile(copy.fileName());
+    return written ? Result<QByteArray>(std::move(written->content)) : Failure{written.reason()};
 }
 
-Outcome change(const std::function<void(IniText &)> &edit)
+/// The file's text with one more item in an array. Those before it stay as they are: to read and
+/// write thousands of them takes its time. An array of none or one, or one that does not stand
+/// where QSettings puts it, is edited as any other value.
+Result<QByteArray> appended(const QByteArray &text, const QVariant &item, QLatin1StringView key)
 {
-    const QString path = filePath();
+    const QByteArray name = '\n' + QByteArray(key.data(), key.size()) + '=';
+    const qsizetype line = text.indexOf(name);
+    const qsizetype start = line + name.size();
+    // An array of one begins otherwise; quotes stand where one of the texts needs them.
+    const QByteArrayView items = QByteArrayView(text).sliced(std::min(start, text.size()));
+    const QByteArrayView first = items.sliced(items.startsWith('"') ? 1 : 0);
+    const bool isRecords = line >= 0 && first.startsWith(R"(@Variant(\0\0\0\b)");
+    const bool isGeneral =
+        text.startsWith("[General]\n") && !QByteArrayView(text).first(line + 1).contains("\n[");
+    if (!isRecords || !isGeneral) {
+        return edited(text, [&](QSettings &settings) {
+            settings.setValue(key, settings.value(key).toList() << item);
+        });
+    }
+    const Result<QByteArray> twice = edited({}, [&](QSettings &settings) {
+        settings.setValue(key, QVariantList{item, item});
+    });
+    if (!twice)
+        return Failure{twice.reason()};
+    const QByteArrayView separated = QByteArrayView(*twice).trimmed();
+    constexpr qsizetype separator = 2; // a comma and a blank
+    const qsizetype length = (separated.size() - separated.indexOf('=') - 1 - separator) / 2;
+    QByteArray longer = text;
+    longer.insert(text.indexOf('\n', start), separated.last(length + separator));
+    return longer;
+}
+
+Outcome change(const std::function<Result<QByteArray>(const QByteArray &)> &newText)
+{
+    const QString path = Stored().fileName();
     const QString folder = QFileInfo(path).path();
     if (!QDir().mkpath(folder))
         return Failure{u"cannot make "_s + folder};
     const SettingsLock lock(folder);
-    // Another program's version may come between, if it does not know the lock.
-    constexpr int tries = 3;
-    Outcome done;
-    std::optional<FileVersion> last;
-    QByteArray wanted;
-    for (int index = 0; index == 0 || (!done && index < tries); ++index) {
-        Result<WholeFile> file = readWholeFile(path);
-        if (!file)
-            return Failure{file.reason()};
-        if (index > 0 && (isSameContent(last, file->version) || file->content == wanted))
-            return done; // it was not that
-        last = file->version;
-        IniText text(file->content);
-        const QByteArray before = text.text();
-        edit(text);
-        wanted = text.text();
-        if (wanted == before)
-            return {};
-        const Result<FileVersion> written =
-            writeWholeFile(path, file->version, [&wanted](QIODevice &device) {
-                return device.write(wanted) == wanted.size();
-            });
-        done = written ? Outcome() : Failure{written.reason()};
-    }
-    return done;
-}
-
-QByteArrayView bytes(QLatin1StringView key)
-{
-    return {key.data(), key.size()};
+    const Result<WholeFile> file = readWholeFile(path);
+    if (!file)
+        return Failure{file.reason()};
+    const Result<QByteArray> text = newText(file->content);
+    if (!text)
+        return Failure{text.reason()};
+    if (*text == file->content)
+        return {};
+    const Result<FileVersion> written =
+        writeWholeFile(path, file->version,
+                       [&text](QIODevice &device) { return device.write(*text) == text->size(); });
+    return written ? Outcome() : Failure{written.reason()};
 }
 
 } // namespace
 
 QVariant SettingsStore::object(QLatin1StringView key) const
 {
-    Result<WholeFile> file = readWholeFile(filePath());
-    return file ? IniText(std::move(file->content)).value(bytes(key)) : QVariant();
+    return Stored().value(key);
 }
 
 Outcome SettingsStore::setObject(const QVariant &value, QLatin1StringView key)
 {
-    return change([&](IniText &text) { text.setValue(bytes(key), value); });
+    return change([&](const QByteArray &text) {
+        return edited(text, [&](QSettings &settings) { settings.setValue(key, value); });
+    });
 }
 
 Outcome SettingsStore::removeObject(QLatin1StringView key)
 {
-    return change([&](IniText &text) { text.remove(bytes(key)); });
+    return change([&](const QByteArray &text) {
+        return edited(text, [&](QSettings &settings) { settings.remove(key); });
+    });
 }
 
 Outcome SettingsStore::appendObject(const QVariant &object, QLatin1StringView arrayKey)
 {
-    return change([&](IniText &text) { text.appendItem(bytes(arrayKey), object); });
+    return change([&](const QByteArray &text) { return appended(text, object, arrayKey); });
 }
 
 Outcome SettingsStore::synchronize()
