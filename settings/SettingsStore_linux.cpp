@@ -45,20 +45,21 @@ bool holdsAll(const QString &path, const QSettings &settings)
 Result<QByteArray> edited(const QByteArray &text, const Edit &edit)
 {
     const QString memory = u"/dev/shm"_s;
-    const QTemporaryDir folder((QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) +
-                               u"/Brimvale-XXXXXX"_s);
+    const bool hasMemory = !qEnvironmentVariableIsSet("TMPDIR") && QFileInfo(memory).isWritable();
+    const QTemporaryDir folder((hasMemory ? memory : QDir::tempPath()) + u"/Brimvale-XXXXXX"_s);
     QFile copy(folder.filePath(u"before"_s));
     if (!folder.isValid() || !copy.open(QIODevice::WriteOnly) || copy.write(text) != text.size() ||
         !copy.flush())
         return Failure{u"cannot copy the settings: "_s + copy.errorString()};
     copy.close();
 
+    // QSettings does not always say when it cannot read or write. Under another name it reads anew.
+    const QString again = folder.filePath(u"again"_s);
     QSettings settings(copy.fileName(), QSettings::IniFormat);
-    if (settings.status() != QSettings::NoError)
+    if (!copy.copy(again) || !holdsAll(again, settings))
         return Failure{u"cannot read the settings"_s};
     edit(settings);
     settings.sync();
-    // QSettings says nothing of what it could not write. Under another name it reads it anew.
     if (!copy.rename(folder.filePath(u"after"_s)) || !holdsAll(copy.fileName(), settings))
         return Failure{u"cannot write the settings"_s};
     Result<WholeFile> written = readWholeFile(copy.fileName());

@@ -1,8 +1,10 @@
 #include "Operation.h"
 #include "history/InstallationRecord.h"
 #include "motion/ProjectChanges.h"
-#include "settings/IniText.h"
 #include "settings/SettingsStore.h"
+
+#include <QSettings>
+#include <QTemporaryDir>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,6 +12,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 namespace fs = std::filesystem;
 using namespace Qt::StringLiterals;
@@ -95,18 +98,27 @@ bool save(const Disks &disks)
 Operation appendOperation(const std::string &name, int records)
 {
     const auto setUp = [records](const Disks &disks) {
-        IniText text({});
-        text.setValue("theFolder8899", u"kept"_s);
-        for (int number = 0; number < records; ++number)
-            text.appendItem("installations", QVariantMap{{u"installations"_s, u"old"_s}});
-        put(at(disks, settings), text.text().toStdString());
+        const QTemporaryDir folder;
+        const QString text = folder.filePath(u"text"_s);
+        {
+            QSettings written(text, QSettings::IniFormat);
+            written.setValue("theFolder8899"_L1, u"kept"_s);
+            const QVariant record = QVariantMap{{u"installations"_s, u"old"_s}};
+            written.setValue("installations"_L1, QVariantList(records, record));
+        }
+        std::ostringstream content;
+        content << std::ifstream(text.toStdString()).rdbuf();
+        put(at(disks, settings), content.str());
     };
     const auto append = [](const Disks &) { return bool(appendInstallation({u"new"_s})); };
     const auto isNew = [records](const std::string &content) {
-        const IniText text(QByteArray::fromStdString(content));
-        const auto all = installationRecords(text.value("installations"));
+        const QTemporaryDir folder; // a path that QSettings has nothing in memory of
+        const QString copy = folder.filePath(u"copy"_s);
+        put(copy.toStdString(), content);
+        const QSettings text(copy, QSettings::IniFormat);
+        const auto all = installationRecords(text.value("installations"_L1));
         return all.size() == records + 1 && all.last().line == "new"_L1 &&
-               text.value("theFolder8899") == "kept"_L1;
+               text.value("theFolder8899"_L1) == "kept"_L1;
     };
     return {name, setUp, append, [isNew](const auto &before, const auto &after, Ending ending) {
                 return accountForFile(before, after, ending, settings, isNew);

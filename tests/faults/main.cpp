@@ -244,6 +244,10 @@ int tryOn(const Operation &operation, bool inFull)
         return 1;
     }
     liveIn(disks);
+    // What a killed program leaves among the temporary files is the system's to remove.
+    const fs::path scratch = disks.home + "-scratch";
+    fs::create_directory(scratch);
+    ::setenv("TMPDIR", scratch.c_str(), 1);
 
     Trial trial(operation, disks);
     if (operation.needsTwoDisks && home.st_dev == other.st_dev)
@@ -252,6 +256,7 @@ int tryOn(const Operation &operation, bool inFull)
     else
         inFull ? trial.inFull() : trial.inShort();
     std::printf("%s: %d runs, %d problems\n", operation.name.c_str(), trial.runs, trial.problems);
+    fs::remove_all(scratch);
     fs::remove_all(disks.home);
     fs::remove_all(disks.other);
     return trial.problems == 0 ? 0 : 1;
