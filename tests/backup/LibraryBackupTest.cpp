@@ -25,7 +25,8 @@ void LibraryBackupTest::changes_data()
 backup := click runPrefsWindow
 chosen := click runPrefsWindow, panel My Backups, click setBackupPath1
 busy := turn backupSpinner; dateFloat=DATE; pleaseWait=Please Wait ...
-copied := run backupProgress; turn backupSpinner; backupResult=; dateFloat=DATE; pleaseWait=Please Wait ...
+copied := run backupProgress; turn backupSpinner; backupResult=; dateFloat=DATE;
+        pleaseWait=Please Wait ...
 done := stop backupSpinner; lastBackupDate=DATE; pleaseWait=; store theLastBackupDate=DATE
 start | menu runPrefsWindowItem |
         show prefWindow; hide existsTextField mCancel;

@@ -74,16 +74,20 @@ void EditPageTest::changes_data()
 edit := segment segController 1
 loaded := segment segController 1, drop editHint Glow.motn
 renaming := segment segController 1, drop editHint Glow.motn, click renameButton
-enabled := on conformButton element frPopup renameButton setButton tClearButton; off oFile; show orgButton
+enabled := on conformButton element frPopup renameButton setButton tClearButton; off oFile;
+        show orgButton
 disabled := off conformButton element frPopup setButton tClearButton; on oFile; hide orgButton
 filled := hide emptyCard emptyPicture; show fileCard
 emptied := hide fileCard; show emptyCard emptyPicture
-facts := $filled; ring element; focus element; parText=Square; resOutput=1920x1080; secFloat=10.0; theDuration=10.0 seconds; theFrameRate=29.97; theFrames=300
+facts := $filled; ring element; focus element; parText=Square; resOutput=1920x1080; secFloat=10.0;
+        theDuration=10.0 seconds; theFrameRate=29.97; theFrames=300
 noTheme := textField1 #0000ff; textField1=Template does not include Theme reference ...
 refused := alert Project File Error! / This Edit module only accepts Motion Project files ... / warning / OK
 said := show statusStrip; statusIcon=a picture
 unsaid := hide statusStrip; statusIcon=
-cleared := off conformButton element frPopup renameButton setButton tClearButton; on oFile; unring element; display=; $emptied; unfocus mWindow; input1=; parText=; resOutput=; secFloat=; statusImage=; textField1=; theDuration=; theFrameRate=; theFrames=; typeText=
+cleared := off conformButton element frPopup renameButton setButton tClearButton; on oFile;
+        unring element; display=; $emptied; unfocus mWindow; input1=; parText=; resOutput=;
+        secFloat=; statusImage=; textField1=; theDuration=; theFrameRate=; theFrames=; typeText=
 edit | drop editHint Glow.motn |
         $facts; $enabled; $noTheme; display=Glow; input1=~/Glow.motn;
         log Dragged files / ~/Glow.motn / (29.97) / (300); statusImage=mDocument.png; typeText=motn
@@ -141,12 +145,15 @@ loaded, segment segController 0 | menu editModeItem |
 loaded | pick frPopup 4, menu conformItem |
         hide orgButton; run progressBarT; theFrameRate=25; theFrames=250; write Glow.motn
 loaded, click conformButton, rest | pick frPopup 2, click conformButton |
-        $unsaid; show progressBarT; run progressBarT; theFrameRate=23.98; theFrames=239.8; wasArchived=;
+        $unsaid; show progressBarT; run progressBarT; theFrameRate=23.98; theFrames=239.8;
+        wasArchived=;
         write Glow.motn
 loaded, click orgButton, rest | click conformButton |
-        run progressBarT; hide progressBarT; dateTextField=; wasArchived=Choose Framerate; write Glow.motn
+        run progressBarT; hide progressBarT; dateTextField=; wasArchived=Choose Framerate;
+        write Glow.motn
 edit, drop editHint Twice.motn | pick frPopup 9, click conformButton |
-        $said; run progressBarT; hide orgButton progressBarT; theFrameRate=60; theFrames=600; wasArchived=Choose Framerate;
+        $said; run progressBarT; hide orgButton progressBarT; theFrameRate=60; theFrames=600;
+        wasArchived=Choose Framerate;
         write Twice.motn
 edit, drop editHint Bare.moti | pick frPopup 4, click conformButton | hide orgButton; frPopup=4
 edit, drop editHint Broken.motr | click conformButton |
@@ -158,11 +165,13 @@ edit, drop editHint Themed.moef, type element New, focus element | key element R
         hide orgButton; run progressBarT; element=; log (Old, Other); textField1=New;
         write Themed.moef
 edit, drop editHint Broken.motr | click setButton |
-        run progressBarT; hide orgButton; log Could not write document out... / Could not write document out...;
+        run progressBarT; hide orgButton;
+        log Could not write document out... / Could not write document out...;
         textField1 #000000
 edit, drop editHint Small.motn | click setButton |
 loaded | menu backupOriginalItem |
-        $said; run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Glow-DATE.motn; dateTextField=DATE;
+        $said; run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Glow-DATE.motn;
+        dateTextField=DATE;
         wasArchived=Original Archived
 loaded, click orgButton, rest | menu writeToFileItem |
         $cleared; $unsaid; dateTextField=; wasArchived=; write Glow.motn
@@ -195,7 +204,8 @@ renaming, type newTempplateName ../New | click renameTemplate |
 renaming, type newTempplateName a.b | click renameTemplate |
         hide renameSheet; Glow.motn -> a.b.motn; display=a.b; input1=~/a.b.motn; mWindow=Brimvale
 edit, drop editHint Linked.motn | click orgButton |
-        $said; run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Linked-DATE.motn; dateTextField=DATE;
+        $said; run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Linked-DATE.motn;
+        dateTextField=DATE;
         wasArchived=Original Archived
 edit, drop editHint [*]-x.motn | click renameButton |
         show renameSheet; focus newTempplateName; front renameSheet; mWindow=[*][*]-x;
@@ -203,7 +213,8 @@ edit, drop editHint [*]-x.motn | click renameButton |
 edit, drop editHint Nine.motn | pick frPopup 8, click conformButton |
         hide orgButton; run progressBarT; theFrameRate=59.94; theFrames=593.406; write Nine.motn
 edit | drop editHint Broken.motr Glow.motn |
-        $filled; $enabled; $noTheme; ring element; display=Broken; focus element; input1=~/Broken.motr;
+        $filled; $enabled; $noTheme; ring element; display=Broken; focus element;
+        input1=~/Broken.motr;
         log Dragged files / ~/Broken.motr; statusImage=mTransition.png; typeText=motr
 loaded, click conformButton, rest | segment segController 1, click tClearButton |
         $cleared; $unsaid; wasArchived=

@@ -53,7 +53,8 @@ start | menu clearInputsItem |
 chosen | click clearButton | $notReady; input=; test=
 chosen, focus clearButton | click clearButton | $notReady; input=; test=; unfocus mWindow
 chosen | menu clearInputsItem | $notReady; input=; test=
-chosen, click effectsChoice | menu moveAndCloseItem | $installed; run progressBar; Desktop/Glow -> LIB/Effects.l/Glow
+chosen, click effectsChoice | menu moveAndCloseItem | $installed; run progressBar;
+        Desktop/Glow -> LIB/Effects.l/Glow
 chosen, click generatorsChoice, focus generatorsChoice | key generatorsChoice Return |
         $installed; run progressBar; Desktop/Glow -> LIB/Generators.l/Glow
 chosen, click titlesChoice, focus titlesChoice | key titlesChoice Enter |
@@ -82,13 +83,16 @@ sheet | click closeSheet | hide catSheet
 sheet | close catSheet | hide catSheet
 sheet, type textField New | key textField Escape | hide catSheet
 sheet, type textField New | key textField Return |
-        $installed; run progressBar; hide catSheet; unring textField; Desktop/Glow -> LIB/Titles.l/New/Glow;
+        $installed; run progressBar; hide catSheet; unring textField;
+        Desktop/Glow -> LIB/Titles.l/New/Glow;
         make LIB/Titles.l/New; mirroredPath=; textField=; theReQueue=Done; unfocus catSheet
 sheet, drop installHint Desktop/Shine | click generateCustomFolder |
-        $installed; run progressBar; hide catSheet; unring textField; Desktop/Glow -> LIB/Titles.l/Glow;
+        $installed; run progressBar; hide catSheet; unring textField;
+        Desktop/Glow -> LIB/Titles.l/Glow;
         mirroredPath=; theReQueue=Done; unfocus catSheet
 sheet, click generatorsChoice, type textField Old | click generateCustomFolder |
-        $installed; run progressBar; hide catSheet; unring textField; Desktop/Glow -> LIB/Generators.l/Old/Glow;
+        $installed; run progressBar; hide catSheet; unring textField;
+        Desktop/Glow -> LIB/Generators.l/Old/Glow;
         mirroredPath=; textField=; theReQueue=Done; unfocus catSheet
 chosen, type input, key input Return | click mSendButton |
         $notReady; run progressBar; ring input; focus input

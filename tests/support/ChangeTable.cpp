@@ -10,6 +10,7 @@
 #include <QProgressBar>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -32,6 +33,17 @@ bool isResting(const RunningProgram &program)
 {
     return program.find<QProgressBar>(u"progressBar"_s)->value() == 0 &&
            program.find<QProgressBar>(u"progressBarT"_s)->value() == 0;
+}
+
+/// Whether the bars come to rest, or to run; without a sleep, so that they take their own time.
+bool waitFor(bool rest, const RunningProgram &program)
+{
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    deadline.start(5s);
+    while (isResting(program) != rest && deadline.isActive())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return isResting(program) == rest;
 }
 
 /// Without the focus that a mouse would bring.
@@ -89,8 +101,7 @@ void perform(const RunningProgram &program, ChangeList &changes, const TestHome 
     else if (verb == u"panel")
         changes.answerPanel(name.isEmpty() ? QString() : home.path(argument));
     else if (verb == u"rest")
-        QVERIFY(QTest::qWaitFor([&] { return !isResting(program); }) &&
-                QTest::qWaitFor([&] { return isResting(program); }));
+        QVERIFY(waitFor(false, program) && waitFor(true, program));
     else
         QFAIL(qUtf8Printable(u"no such step: "_s + step));
     QVERIFY(QTest::qWaitFor([&] { return verb == u"panel" || changes.isAnswered(); }));
@@ -142,7 +153,7 @@ void ChangeTable::run(const TestHome &home)
         perform(program, list, home, step);
     // What starts a bar shows at its first step.
     if (changes.contains("run progressBar"_L1))
-        QVERIFY(QTest::qWaitFor([&] { return !isResting(program); }));
+        QVERIFY(waitFor(false, program));
     const QStringList expected = ChangeList::parsed(changes);
     const QStringList all = list.take();
     QStringList missing = expected;
