@@ -126,8 +126,11 @@ void EditPage::backupOriginal()
     const QString archiveName =
         Path::withoutExtension(name) + u'-' + dateTextField->text() + u'.' + Path::extension(name);
     // Of a link, the file that it leads to: a copy of the link would keep nothing.
-    std::ignore = FileTree::copy(FileTree::itemAt(input1->text()), {folder, archiveName});
-    std::ignore = FileTree::move({folder, archiveName}, {archiveFolder, archiveName});
+    const FileTree::Item copy{folder, archiveName};
+    const FileTree::Item archived{archiveFolder, archiveName};
+    std::ignore = FileTree::copy(FileTree::itemAt(input1->text()), copy);
+    if (FileTree::move(copy, archived))
+        std::ignore = FileTree::flush(archived); // before the file can be changed
     const FocusGuard guard(window());
     orgButton->hide();
     say(tr("Original Archived"), QIcon(u":/icons/archive-48.png"_s));

@@ -4,6 +4,7 @@
 #include "FileTree_p.h"
 #include "Leftovers.h"
 #include "Path.h"
+#include "SecondThread.h"
 #include "TreeCopy.h"
 #include "TreeRemoval.h"
 
@@ -12,9 +13,6 @@
 
 #include <fcntl.h>
 
-#include <chrono>
-#include <future>
-#include <system_error>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
@@ -81,15 +79,7 @@ Outcome checkForCopy(const Place &source, const Place &destination)
 /// A flush can take as long as the copy before it: whoever shows progress goes on repainting.
 int flushFileSystem(int folder, const Tick &tick)
 {
-    std::future<int> flushed;
-    try {
-        flushed = std::async(std::launch::async, Native::flushFileSystem, folder);
-    } catch (const std::system_error &) {
-        return Native::flushFileSystem(folder); // no thread to be had
-    }
-    while (flushed.wait_for(std::chrono::milliseconds(33)) != std::future_status::ready)
-        tick();
-    return flushed.get();
+    return SecondThread([folder] { return Native::flushFileSystem(folder); }).wait(tick);
 }
 
 enum class Flush { No, BeforeItGetsItsName };

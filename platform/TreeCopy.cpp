@@ -1,22 +1,18 @@
 #include "TreeCopy.h"
 
+#include "SecondThread.h"
+
 #include <QFile>
 
 #include <fcntl.h>
 
-#include <chrono>
 #include <climits>
-#include <future>
-#include <system_error>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace FileTree {
 
 namespace {
-
-constexpr auto reportInterval = 33ms;
 
 // Below this a second thread costs more than it gives.
 constexpr size_t manyEntries = 64;
@@ -110,25 +106,14 @@ Outcome TreeCopy::copyEntries()
         return count(bytes);
     };
 
-    std::future<Outcome> second;
-    if (m_tree.entries.size() > manyEntries ||
-        (m_tree.entries.size() > 1 && m_tree.bytes > manyBytes)) {
-        try {
-            second = std::async(std::launch::async,
-                                [this, &count] { return copyShare(Share::FromTheBack, count); });
-        } catch (const std::system_error &) {
-            // No thread to be had: this one does it all.
-        }
-    }
-    Outcome outcome = copyShare(Share::FromTheFront, countAndTick);
-    if (second.valid()) {
-        while (second.wait_for(reportInterval) != std::future_status::ready)
-            tick();
-        const Outcome other = second.get();
-        if (outcome)
-            outcome = other;
-    }
-    return outcome;
+    const bool isWorthTwo = m_tree.entries.size() > manyEntries ||
+                            (m_tree.entries.size() > 1 && m_tree.bytes > manyBytes);
+    if (!isWorthTwo)
+        return copyShare(Share::FromTheFront, countAndTick);
+    SecondThread second([this, &count] { return copyShare(Share::FromTheBack, count); });
+    const Outcome mine = copyShare(Share::FromTheFront, countAndTick);
+    const Outcome other = second.wait([this] { tick(); });
+    return mine ? other : mine;
 }
 
 Outcome TreeCopy::copyShare(Share share, const Native::Advance &advance)
