@@ -107,6 +107,10 @@ edit | drop editHint Bare.moti |
         log Dragged files / ~/Bare.moti / (25) / (300); parText=Square; resOutput=1920x1080;
         secFloat=12.0; statusImage=mTitle.png; theDuration=12.0 seconds; theFrameRate=25;
         theFrames=300; typeText=moti
+edit, click openLogsWindow | drop editHint Themed.moef |
+        $facts; $enabled; display=Themed; input1=~/Themed.moef; front mWindow;
+        log Dragged files / ~/Themed.moef / (Old, Other) / (29.97) / (300); statusImage=mEffect.png;
+        textField1=Old; typeText=moef
 edit | drop editHint Themed.moef |
         $facts; $enabled; display=Themed; input1=~/Themed.moef;
         log Dragged files / ~/Themed.moef / (Old, Other) / (29.97) / (300); statusImage=mEffect.png;
@@ -169,6 +173,9 @@ edit, drop editHint Broken.motr | click setButton |
         log Could not write document out... / Could not write document out...;
         textField1 #000000
 edit, drop editHint Small.motn | click setButton |
+loaded, click conformButton, rest | click setButton |
+        $unsaid; show progressBarT; run progressBarT; textField1 #000000; textField1=; wasArchived=;
+        write Glow.motn
 loaded | menu backupOriginalItem |
         $said; run progressBarT; hide orgButton; Glow.motn => Documents/Brimvale/Glow-DATE.motn;
         dateTextField=DATE;

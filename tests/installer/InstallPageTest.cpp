@@ -112,6 +112,11 @@ chosen, type input ~/Desktop/Glow//, key input Return | click mSendButton |
         $installed; run progressBar; Desktop/Glow -> LIB/Compositions.l/Glow
 chosen, type input ~/Desktop/Link, key input Return | click mSendButton |
         $installed; run progressBar; Desktop/Link -> LIB/Compositions.l/Link
+sheet, type textField New, click closeSheet | click mNewCatButton |
+        show catSheet; focus textField; textField=
+click openLogsWindow | drop installHint Desktop/Glow |
+        $ready; unring input; focus mWindow; front mWindow; input=~/Desktop/Glow;
+        log Dragged files / ~/Desktop/Glow; test=Glow
 start | drop installHint Gl%20ö#1'x' |
         $ready; unring input; input=~/Gl%20ö#1'x'; log Dragged files / ~/Gl%20ö#1'x';
         test=Gl%20ö#1'x'; unfocus mWindow
