@@ -1,8 +1,12 @@
 #include "HelpSheet.h"
 
+#include "widgets/WholeContents.h"
+
 HelpSheet::HelpSheet(QWidget *window) : QDialog(window)
 {
     setupUi(this);
+    setMinimumWidth(90 * fontMetrics().averageCharWidth());
+    keepContentsWhole(this);
     connect(Ui::HelpSheet::closeHelpSheet, &QAbstractButton::clicked, this,
             &HelpSheet::closeHelpSheet);
     connect(this, &QDialog::rejected, this, &HelpSheet::closeHelpSheet);

@@ -19,6 +19,8 @@ private Q_SLOTS:
     void usesEachMnemonicOnce();
     void reachesEveryControlByTab_data();
     void reachesEveryControlByTab();
+    void cutsNothing_data();
+    void cutsNothing();
     void keepsPlaceholdersLegible_data();
     void keepsPlaceholdersLegible();
 };
@@ -185,6 +187,35 @@ void AccessibilityTest::reachesEveryControlByTab()
     if (!tabOrder.isEmpty()) {
         std::rotate(names.begin(), names.begin() + names.indexOf(u""_s), names.end());
         QCOMPARE(names, tabOrder);
+    }
+}
+
+void AccessibilityTest::cutsNothing_data()
+{
+    addWindows();
+}
+
+/// In a large font and at its smallest size, a window has room for each button and each text.
+void AccessibilityTest::cutsNothing()
+{
+    const QFont usual = QApplication::font();
+    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+    QFont font = usual;
+    font.setPointSize(16);
+    QApplication::setFont(font);
+    const ShownWindow shown;
+    shown.widget->resize(1, 1);
+    for (const auto *each : shown.all<QWidget>()) {
+        const auto *label = qobject_cast<const QLabel *>(each);
+        if (!label && !qobject_cast<const QAbstractButton *>(each))
+            continue; // it scrolls, or is thin on purpose
+        const auto isWhole = [&] {
+            const QSize needed = label && label->wordWrap()
+                                     ? QSize(0, label->heightForWidth(label->width()))
+                                     : each->minimumSizeHint();
+            return each->size() == each->size().expandedTo(needed);
+        };
+        QVERIFY2(QTest::qWaitFor(isWhole, 1000), qPrintable(each->objectName()));
     }
 }
 
