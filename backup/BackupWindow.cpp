@@ -80,6 +80,7 @@ void BackupWindow::runPrefsWindow()
 
 void BackupWindow::quitPrefs()
 {
+    const FocusGuard guard(this);
     existsTextField->clear();
     mCancel->hide();
 }

@@ -34,7 +34,8 @@ start | menu runPrefsWindowItem |
         focus createFolderStructure; front prefWindow
 backup | click createFolderStructure |
         show existsTextField mCancel; existsTextField=Folder Structure already exists - ! ...
-backup, click createFolderStructure | click mCancel | hide mCancel; existsTextField=
+backup, click createFolderStructure, focus mCancel | key mCancel Space |
+        hide mCancel; existsTextField=; unfocus prefWindow
 backup, click createFolderStructure, close prefWindow | click runPrefsWindow |
         show prefWindow; hide existsTextField mCancel
 backup | panel, click setBackupPath1 |
