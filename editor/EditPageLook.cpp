@@ -75,6 +75,7 @@ void EditPage::showCard()
     editHintLayout->setColumnStretch(left, isEmpty ? 1 : 0);
     editHintLayout->setColumnStretch(card, isEmpty ? 0 : 1);
     editHintLayout->setColumnStretch(right, isEmpty ? 1 : 0);
+    editHint->setFilled(hasFile);
     setDimmed(statusImage, !hasFile);
     input1->setForegroundRole(hasFile ? QPalette::NoRole : QPalette::PlaceholderText);
 }
