@@ -56,7 +56,8 @@ edit, click openHelpSheet, close theSheet, segment segController 0 | click openH
 click openHelpSheet | click closeHelpSheet | hide theSheet
 click openHelpSheet | close theSheet | hide theSheet
 type input a b, menu selectAllItem, menu cutItem | menu undoItem | input=a b
-type input a b, menu selectAllItem, menu cutItem, menu undoItem | menu redoItem | input=
+pasted := type input a b, menu selectAllItem, menu copyItem, type input c, menu pasteItem
+pasted, menu undoItem | menu redoItem | input=ca b
 type input a b, menu selectAllItem, menu copyItem, type input c | menu pasteItem | input=ca b
 start | menu quitItem | hide mWindow
 start | remove LIB/Titles.localized, click openTitlesFolder | remove LIB/Titles.l

@@ -191,6 +191,7 @@ loaded | menu raiseRenameSheetItem |
         show renameSheet; focus newTempplateName; front renameSheet; mWindow=Glow;
         keptExtension=.motn; presentExtension=.motn; presentName=Glow
 renaming, type newTempplateName New | click clearRenameTextField | newTempplateName=
+renaming, focus renameTemplate | click clearRenameTextField | focus newTempplateName
 renaming | click renameTemplate |
         newNameWarning #2c4cff; newNameWarning=Please append new name For Template or Cancel ...
 renaming, click renameTemplate | click clearRenameTextField | newNameWarning=

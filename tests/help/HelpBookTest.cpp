@@ -69,6 +69,7 @@ book | click pageD | check pageD; uncheck navigateHOME; focus textView5; tabView
 book | click pageE | check pageE; uncheck navigateHOME; focus textView6; tabView=5
 book, click pageC | menu runHelpBook |
         check navigateHOME; uncheck pageC; focus textView; tabView=0
+book, click openLogsWindow | menu runHelpBook | front helpWindow
 book, click pageE | click navigateHOME |
         check navigateHOME; uncheck pageE; focus textView; tabView=0
 book | segment modeSegController 0 | log controlOne selected.; modeSegController=0

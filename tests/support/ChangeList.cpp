@@ -282,6 +282,8 @@ ChangeList::State ChangeList::controls() const
     QList<const QAction *> items;
     for (QWidget *each : QApplication::allWidgets()) {
         const QWidget *window = each->window();
+        for (const QAction *item : each->actions())
+            items << item;
         if (!isOurs(each) || isTold(each) || qobject_cast<const QFileDialog *>(window) ||
             window->inherits("QMenu"))
             continue;
@@ -306,8 +308,6 @@ ChangeList::State ChangeList::controls() const
             put(u"ring"_s, each, word(each->property("focusRing").toBool()));
         if (qobject_cast<QLabel *>(each))
             put(u"colour"_s, each, each->palette().color(each->foregroundRole()).name());
-        for (const QAction *item : each->actions())
-            items << item;
     }
     for (const QAction *item : std::as_const(items)) {
         const QString control = followers.value(item->objectName());
