@@ -2,78 +2,89 @@
 
 #include "Shim.h"
 
-#include <QStringList>
-
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
-/// An operation of the program, to be tried with every call of it failing.
+/// An operation of the program, to be tried with every call of it failing. Paths begin with "home"
+/// or "other".
 namespace Faults {
 
-/// A home folder, and a folder on another file system where there is one. Both are empty before
-/// each run.
+namespace fs = std::filesystem;
+
+/// A home folder, and a folder on another file system where there is one.
 struct Disks
 {
-    std::string home;
-    std::string other;
+    fs::path root; ///< of the home; of the other too, unless that is another disk
+    fs::path otherRoot;
+
+    [[nodiscard]] fs::path at(const std::string &path) const
+    {
+        return (path.starts_with("other") ? otherRoot : root) / path;
+    }
 };
 
 struct State
 {
-    enum class Kind { Folder, File, Link, Special };
-    Kind kind = Kind::File;
-    std::string content; ///< of a file; what a link leads to
-    std::string
-        attributes; ///< mode, time, and the attribute "user.tag"; of a folder the mode alone
+    std::string what;      ///< "file", "link to" or "folder", and the content
+    std::string keeps;     ///< the mode, and the attribute "user.tag"
+    std::string time = {}; ///< not of a folder
 
     bool operator==(const State &) const = default;
 };
 
-/// Everything on both disks, by paths like "home/Tree/file".
+/// Everything on both disks, by its path.
 using Snapshot = std::map<std::string, State>;
 
 enum class Ending { Done, Failed, Killed };
+enum class Act { Copy, Move, Trash, Save };
 
-/// What another process does in the middle.
+struct Step
+{
+    Act act = Act::Move;
+    std::string from;
+    std::string to = {};
+    std::function<bool(const std::string &)> isNew = {}; ///< of what a saved file holds
+};
+
+/// What another process does in the middle: it puts something aside, and writes `anothers`.
 struct Race
 {
     std::string name;
-    /// Writes "from another process" to some file; false when there was nothing to write to.
-    std::function<bool(const Disks &)> act;
+    std::string aside;
+    std::string path;
+    std::ios::openmode mode;
 };
+
+constexpr char anothers[] = "<a>from another process</a>";
 
 struct Operation
 {
     std::string name;
     /// Makes the same each time, the times of files and links included.
     std::function<void(const Disks &)> setUp;
-    /// In a process of its own, with HOME set to the home: whether the program says it is done.
-    std::function<bool(const Disks &)> run;
-    /// What is lost, doubled, half or wrong after one failure; empty when all is well.
-    std::function<QString(const Snapshot &before, const Snapshot &after, Ending ending)> account;
-    bool needsTwoDisks = false;
-    /// What they write is never lost, and nobody dies of it.
+    std::vector<Step> steps;
     std::vector<Race> races = {};
     Shim::System system = {};
+    std::function<bool(const Disks &)> save = {};
 };
+
+std::vector<Operation> operations();
+
+/// With HOME set to the home: whether the program says that it is done.
+bool run(const Operation &operation, const Disks &disks);
 
 /// Of what stands on both disks now.
 Snapshot snapshotOf(const Disks &disks);
 
-/// Of a copy or a save that did not come to its end; what lies in it counts too.
-bool isLeftover(const std::string &path);
+/// What is lost, doubled, half or wrong after a failure; empty when everything is where it was, or
+/// where it should be.
+std::string account(const Operation &operation, const Snapshot &before, Snapshot after,
+                    Ending ending);
 
-std::vector<Operation> fileOperations();
-/// On a document and on the settings.
-std::vector<Operation> documentOperations();
-
-/// Makes the home folder that of this process.
-void liveIn(const Disks &disks);
-
-/// One step of a power failure, which is made around this program: "setup", "run" up to a call
-/// (0: to the end), or "account" for what came of it. 0 when nothing is wrong.
-int stage(const QStringList &arguments);
+/// The same of a race: what another process wrote is there, and all but what it wrote over.
+std::string accountForRace(const Snapshot &before, const Snapshot &after, bool hasHappened);
 
 } // namespace Faults

@@ -28,7 +28,7 @@ struct Fault
 struct Report
 {
     std::atomic<int> calls = 0;
-    char name[32] = {}; ///< of the last call that a fault met
+    std::atomic<const char *> name = ""; ///< of the last call that a fault met
     std::atomic<bool> hasHappened = false;
 };
 

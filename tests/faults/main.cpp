@@ -1,89 +1,41 @@
 #include "Operation.h"
-#include "Shim.h"
 
 #include <QCoreApplication>
 
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <new>
-
-namespace fs = std::filesystem;
 
 namespace Faults {
 
 namespace {
 
-constexpr std::array usualErrors = {EIO, ENOSPC};
 constexpr std::array moreErrors = {EACCES, EAGAIN, EBUSY,  EDQUOT, EEXIST, EINTR,  EINVAL,
                                    EMFILE, ENOMEM, ENOSYS, EPERM,  EROFS,  ENOTSUP};
 // A hung run is a fault too.
 constexpr unsigned secondsToHang = 20;
 
-State stateOf(const fs::path &path)
-{
-    struct stat status = {};
-    if (::lstat(path.c_str(), &status) != 0)
-        return {};
-    std::array<char, 64> tag = {};
-    const ssize_t tagged = ::lgetxattr(path.c_str(), "user.tag", tag.data(), tag.size());
-    State state;
-    state.attributes = std::to_string(status.st_mode);
-    if (S_ISDIR(status.st_mode)) {
-        state.kind = State::Kind::Folder;
-        return state;
-    }
-    state.attributes += ' ' + std::to_string(status.st_mtim.tv_sec) +
-                        std::string(tag.data(), size_t(std::max<ssize_t>(tagged, 0)));
-    if (S_ISLNK(status.st_mode)) {
-        state.kind = State::Kind::Link;
-        state.content = fs::read_symlink(path);
-    } else if (S_ISREG(status.st_mode)) {
-        state.content.resize(size_t(status.st_size));
-        std::ifstream(path, std::ios::binary).read(state.content.data(), status.st_size);
-    } else {
-        state.kind = State::Kind::Special;
-    }
-    return state;
-}
-
-} // namespace
-
-Snapshot snapshotOf(const Disks &disks)
-{
-    Snapshot all;
-    for (const auto &[name, root] : {std::pair("home/", disks.home), {"other/", disks.other}}) {
-        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(root))
-            all[name + entry.path().string().substr(root.size() + 1)] = stateOf(entry.path());
-    }
-    return all;
-}
-
-namespace {
-
 /// Makes every call of one operation fail, in as many processes, and keeps the account.
 class Trial
 {
 public:
-    Trial(const Operation &operation, Disks disks) : m_operation(operation), m_disks(disks)
+    Trial(const Operation &operation, Disks disks)
+        : m_operation(operation)
+        , m_disks(std::move(disks))
+        , m_report(new (::mmap(nullptr, sizeof(Shim::Report), PROT_READ | PROT_WRITE,
+                               MAP_SHARED | MAP_ANONYMOUS, -1, 0)) Shim::Report)
     {
-        void *memory = ::mmap(nullptr, sizeof(Shim::Report), PROT_READ | PROT_WRITE,
-                              MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-        m_report = new (memory) Shim::Report;
     }
-    ~Trial() { ::munmap(m_report, sizeof(Shim::Report)); }
-    Trial(const Trial &) = delete;
-    Trial &operator=(const Trial &) = delete;
 
     void inShort();
     void inFull();
@@ -93,108 +45,85 @@ public:
 
 private:
     Ending run(const std::vector<Shim::Fault> &faults);
-    bool attempt(const std::vector<Shim::Fault> &faults, const Race *race = nullptr);
-    void everywhere(Shim::Fault fault, const Race *race = nullptr);
-    void inPairs();
-    [[nodiscard]] Snapshot withoutAttributes(Snapshot all) const;
-    [[nodiscard]] QString accountForRace(Ending ending) const;
+    bool attempt(const std::vector<Shim::Fault> &faults, const std::string &race = {});
+    void everywhere(Shim::Fault fault, const std::string &race = {});
+    [[nodiscard]] Snapshot snapshot() const;
 
     const Operation &m_operation;
     const Disks m_disks;
-    Shim::Report *m_report = nullptr;
-    Snapshot m_before;
+    Shim::Report *m_report = nullptr; // what a process of the trial has, all of them have
+    bool m_hasCrashed = false;
     bool m_comparesAttributes = true;
+    Snapshot m_before;
 };
 
 Ending Trial::run(const std::vector<Shim::Fault> &faults)
 {
-    for (const std::string &root : {m_disks.home, m_disks.other}) {
-        for (const fs::directory_entry &entry : fs::directory_iterator(root))
-            fs::remove_all(entry);
+    for (const char *root : {"home", "other", "scratch"}) {
+        fs::remove_all(m_disks.at(root));
+        fs::create_directory(m_disks.at(root));
     }
     m_operation.setUp(m_disks);
     if (m_before.empty())
-        m_before = snapshotOf(m_disks); // the same for each run
-    m_report = new (m_report) Shim::Report;
+        m_before = snapshot(); // the same for each run
     ++runs;
+    m_report = new (m_report) Shim::Report;
     const pid_t child = ::fork();
     if (child == 0) {
         ::alarm(secondsToHang);
         Shim::arm(faults, m_report, m_operation.system);
-        const bool done = m_operation.run(m_disks);
+        const bool done = Faults::run(m_operation, m_disks);
         Shim::disarm();
         std::_Exit(done ? 0 : 1);
     }
     int status = 0;
     ::waitpid(child, &status, 0);
-    if (WIFEXITED(status))
-        return WEXITSTATUS(status) == 0 ? Ending::Done : Ending::Failed;
-    if (WTERMSIG(status) != SIGKILL)
-        std::strncat(m_report->name, " (crash)", 9);
-    return Ending::Killed;
+    m_hasCrashed = !WIFEXITED(status) && WTERMSIG(status) != SIGKILL;
+    if (!WIFEXITED(status))
+        return Ending::Killed;
+    return WEXITSTATUS(status) == 0 ? Ending::Done : Ending::Failed;
 }
 
-/// What another process wrote is there, and so is everything but what it wrote over.
-QString Trial::accountForRace(Ending ending) const
+/// Some errors say no more than that this disk, or this user, keeps no attributes.
+Snapshot Trial::snapshot() const
 {
-    const Snapshot after = snapshotOf(m_disks);
-    const auto isThere = [&after](const std::string &content) {
-        return std::any_of(after.begin(), after.end(), [&](const auto &each) {
-            return !isLeftover(each.first) &&
-                   each.second.content.find(content) != std::string::npos;
-        });
-    };
-    if (m_report->hasHappened && !isThere("from another process"))
-        return QStringLiteral("what the other process wrote is lost");
-    const auto lost = std::count_if(m_before.begin(), m_before.end(), [&](const auto &each) {
-        return !isThere(each.second.content);
-    });
-    if (lost > 2) // by two names
-        return QStringLiteral("more is lost than the other process wrote over");
-    return ending == Ending::Killed ? QStringLiteral("it died") : QString();
-}
-
-/// Unless they count.
-Snapshot Trial::withoutAttributes(Snapshot all) const
-{
-    if (!m_comparesAttributes) {
-        for (auto &[path, state] : all)
-            state.attributes.clear();
-    }
+    Snapshot all = snapshotOf(m_disks);
+    for (auto &[path, state] : all)
+        state = m_comparesAttributes ? state : State{state.what, {}};
     return all;
 }
 
 /// False when the operation ends before the first fault is due.
-bool Trial::attempt(const std::vector<Shim::Fault> &faults, const Race *race)
+bool Trial::attempt(const std::vector<Shim::Fault> &faults, const std::string &race)
 {
     const Ending ending = run(faults);
-    const bool crashed = std::strstr(m_report->name, "crash");
     // After a second failure, what a kill leaves may be left too.
     const bool isExcused = ending == Ending::Failed && faults.size() > 1;
-    QString problem = race ? accountForRace(ending)
-                           : m_operation.account(withoutAttributes(m_before),
-                                                 withoutAttributes(snapshotOf(m_disks)),
-                                                 isExcused ? Ending::Killed : ending);
-    if (crashed)
-        problem = QStringLiteral("it crashed or hung");
-    if (!problem.isEmpty() && ++problems < 40) {
+    std::string problem =
+        race.empty()
+            ? account(m_operation, m_before, snapshot(), isExcused ? Ending::Killed : ending)
+            : accountForRace(m_before, snapshot(), m_report->hasHappened);
+    const std::string_view call = m_report->name.load();
+    if (ending == Ending::Done && faults.size() == 1 && faults[0].error == EIO &&
+        (call == "fsync" || call == "syncfs"))
+        problem = "what could not be flushed is done";
+    if (m_hasCrashed || (!race.empty() && ending == Ending::Killed))
+        problem = "it crashed or hung";
+    if (!problem.empty() && ++problems < 40) {
         std::printf("%s:", m_operation.name.c_str());
         for (const Shim::Fault &fault : faults)
             std::printf(" call %d %s", fault.call,
                         std::array{"fails", "fails though done", "is short", "kills",
-                                   race ? race->name.c_str() : ""}[size_t(fault.kind)]);
-        const char *outcome = std::array{"done", "failed", "killed"}[size_t(ending)];
-        std::printf(" (%s, %s), ends as %s: %s\n", m_report->name,
-                    faults.empty() ? "" : std::strerror(faults[0].error), outcome,
-                    qPrintable(problem));
+                                   race.c_str()}[size_t(fault.kind)]);
+        std::printf(" (%s, %s), ends as %s: %s\n", m_report->name.load(),
+                    faults.empty() ? "" : std::strerror(faults[0].error),
+                    std::array{"done", "failed", "killed"}[size_t(ending)], problem.c_str());
     }
     return faults.empty() || m_report->calls >= faults[0].call;
 }
 
-void Trial::everywhere(Shim::Fault fault, const Race *race)
+void Trial::everywhere(Shim::Fault fault, const std::string &race)
 {
-    if (race)
-        fault.race = [this, race] { return race->act(m_disks); };
     for (fault.call = 1; attempt({fault}, race); ++fault.call) {
     }
 }
@@ -202,104 +131,126 @@ void Trial::everywhere(Shim::Fault fault, const Race *race)
 void Trial::inShort()
 {
     attempt({});
-    for (const int error : usualErrors)
-        everywhere({Shim::Kind::Error, error});
+    everywhere({Shim::Kind::Error, EIO});
+    everywhere({Shim::Kind::Error, ENOSPC});
     everywhere({Shim::Kind::DoneButError, EIO});
     everywhere({Shim::Kind::Short});
     everywhere({Shim::Kind::Kill});
 }
 
-void Trial::inPairs()
+/// False when there was nothing to write to.
+bool act(const Race &race, const Disks &disks)
 {
-    bool isReached = true;
-    for (int first = 1; isReached; ++first) {
-        isReached = attempt({{Shim::Kind::Error, EIO, first}});
-        for (int second = first + 1; second <= m_report->calls; ++second)
-            attempt({{Shim::Kind::Error, EIO, first}, {Shim::Kind::Error, EIO, second}});
+    std::error_code error;
+    const fs::path path = disks.at(race.path);
+    if (!race.aside.empty()) {
+        fs::rename(disks.at(race.aside), disks.at("home/was"), error);
+        fs::create_directories(error ? fs::path() : path.parent_path(), error);
     }
+    return !error && std::ofstream(path, std::ios::binary | race.mode) << anothers << std::flush;
 }
 
 void Trial::inFull()
 {
     inShort();
-    inPairs();
-    // Some say no more than that this disk, or this user, keeps no such thing.
+    for (Shim::Fault first = {Shim::Kind::Error, EIO, 1}; attempt({first}); ++first.call) {
+        Shim::Fault second = first;
+        for (const int calls = m_report->calls; second.call < calls;) {
+            ++second.call;
+            attempt({first, second});
+        }
+    }
     m_comparesAttributes = false;
+    m_before.clear();
     for (const int error : moreErrors)
         everywhere({Shim::Kind::Error, error});
     for (const Race &race : m_operation.races)
-        everywhere({Shim::Kind::Race}, &race);
+        everywhere({Shim::Kind::Race, 0, 0, [&] { return act(race, m_disks); }}, race.name);
 }
 
 /// 0 when nothing is wrong.
 int tryOn(const Operation &operation, bool inFull)
 {
-    Disks disks = {"/dev/shm/brimvale-faults-XXXXXX",
-                   (fs::temp_directory_path() / "brimvale-faults-XXXXXX").string()};
-    struct stat home = {};
-    struct stat other = {};
-    if (!::mkdtemp(disks.home.data()) || !::mkdtemp(disks.other.data()) ||
-        ::stat(disks.home.c_str(), &home) != 0 || ::stat(disks.other.c_str(), &other) != 0) {
+    std::string home = "/dev/shm/brimvale-faults-XXXXXX";
+    std::string other = fs::temp_directory_path() / "brimvale-faults-XXXXXX";
+    struct stat homeStatus = {};
+    struct stat otherStatus = {};
+    if (!::mkdtemp(home.data()) || !::mkdtemp(other.data()) ||
+        ::stat(home.c_str(), &homeStatus) != 0 || ::stat(other.c_str(), &otherStatus) != 0) {
         std::printf("no folder to be had in /dev/shm and for temporary files\n");
         return 1;
     }
-    liveIn(disks);
     // What a killed program leaves among the temporary files is the system's to remove.
-    const fs::path scratch = disks.home + "-scratch";
-    fs::create_directory(scratch);
-    ::setenv("TMPDIR", scratch.c_str(), 1);
+    ::setenv("TMPDIR", (home + "/scratch").c_str(), 1);
 
-    Trial trial(operation, disks);
-    if (operation.needsTwoDisks && home.st_dev == other.st_dev)
+    Trial trial(operation, {home, other});
+    if (operation.steps[0].to.starts_with("other") && homeStatus.st_dev == otherStatus.st_dev)
         std::printf("%s: SKIPPED, /dev/shm and the temporary files share a file system\n",
                     operation.name.c_str());
     else
         inFull ? trial.inFull() : trial.inShort();
     std::printf("%s: %d runs, %d problems\n", operation.name.c_str(), trial.runs, trial.problems);
-    fs::remove_all(scratch);
-    fs::remove_all(disks.home);
-    fs::remove_all(disks.other);
+    fs::remove_all(home);
+    fs::remove_all(other);
     return trial.problems == 0 ? 0 : 1;
+}
+
+/// One step of a power failure, which is made around this program: "setup", "run" up to a call
+/// (0: to the end), or "account" for what came of it, by its ending and by a folder in which
+/// nothing happened. 0 when nothing is wrong.
+int stage(const Operation &operation, const std::vector<std::string> &arguments)
+{
+    const Disks disks = {arguments.at(2), arguments.at(2)};
+    if (arguments[0] == "setup") {
+        operation.setUp(disks);
+        return 0;
+    }
+    if (arguments[0] == "run") {
+        Shim::Report report;
+        Shim::arm({{Shim::Kind::Kill, 0, std::stoi(arguments.at(3))}}, &report,
+                  {.waitsForDisk = true});
+        return run(operation, disks) ? 0 : 1;
+    }
+    const Ending ending = arguments.at(3) == "done"     ? Ending::Done
+                          : arguments.at(3) == "failed" ? Ending::Failed
+                                                        : Ending::Killed;
+    const std::string problem = account(operation, snapshotOf({arguments.at(4), arguments.at(4)}),
+                                        snapshotOf(disks), ending);
+    std::fputs(problem.c_str(), stdout);
+    return problem.empty() ? 0 : 1;
 }
 
 } // namespace
 
-bool isLeftover(const std::string &path)
-{
-    return path.find("/.Brimvale-") != std::string::npos;
-}
-
 } // namespace Faults
 
-/// Arguments: the operations to try, all when none is named; "full" for all; or "stage".
+/// Arguments: the operations to try, all when none is named; "full" for all that can fail; or
+/// "stage" and its own.
 int main(int argc, char *argv[])
 {
     using namespace Faults;
     const QCoreApplication application(argc, argv);
-    QStringList wanted = QCoreApplication::arguments().mid(1);
-    if (wanted.value(0) == QStringLiteral("stage"))
-        return stage(wanted.mid(1));
-    const bool inFull = wanted.removeAll(QStringLiteral("full")) > 0;
+    std::vector<std::string> wanted(argv + 1, argv + argc);
+    const std::vector<Operation> all = operations();
+    if (!wanted.empty() && wanted[0] == "stage") {
+        wanted.erase(wanted.begin());
+        const auto operation = std::find_if(all.begin(), all.end(), [&](const Operation &each) {
+            return each.name == wanted.at(1);
+        });
+        return operation == all.end() ? 1 : stage(*operation, wanted);
+    }
+    const bool inFull = std::erase(wanted, "full") > 0;
 
     // One process for each operation: they wait more than they work.
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
-    int result = 0;
-    std::vector<pid_t> workers;
-    std::vector<Operation> operations = fileOperations();
-    for (const Operation &operation : documentOperations())
-        operations.push_back(operation);
-    for (const Operation &operation : operations) {
-        if (!wanted.isEmpty() && !wanted.contains(QString::fromStdString(operation.name)))
-            continue;
-        workers.push_back(::fork());
-        if (workers.back() == 0)
+    for (const Operation &operation : all) {
+        const bool isWanted = wanted.empty() || std::find(wanted.begin(), wanted.end(),
+                                                          operation.name) != wanted.end();
+        if (isWanted && ::fork() == 0)
             std::_Exit(tryOn(operation, inFull));
     }
-    for (const pid_t worker : workers) {
-        int status = 0;
-        ::waitpid(worker, &status, 0);
-        if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
-            result = 1;
-    }
-    return result;
+    int result = 0;
+    for (int status = 0; ::wait(&status) > 0;)
+        result |= status;
+    return result == 0 ? 0 : 1;
 }
