@@ -87,6 +87,7 @@ remove LIB/Effects.localized, click runPrefsWindow | click createFolderStructure
         show existsTextField mCancel; existsTextField=Folder Structure already exists - ! ...;
         make LIB/Effects.l
 backup | click closePrefWindow | hide prefWindow
+chosen, focus closePrefWindow | key closePrefWindow Return | hide prefWindow
 chosen, click theBackupButton | click showBackup | open file://~/My Backups/
 )");
 }

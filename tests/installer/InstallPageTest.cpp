@@ -82,6 +82,7 @@ chosen, type input, key input Return | click mNewCatButton |
 sheet | click closeSheet | hide catSheet
 sheet | close catSheet | hide catSheet
 sheet, type textField New | key textField Escape | hide catSheet
+sheet, focus closeSheet | key closeSheet Return | hide catSheet
 sheet, type textField New | key textField Return |
         $installed; run progressBar; hide catSheet; unring textField;
         Desktop/Glow -> LIB/Titles.l/New/Glow;
