@@ -96,6 +96,7 @@ void HistoryWindow::printHelpText()
 
 void HistoryWindow::openLogSheet()
 {
+    const FocusGuard guard(this);
     logResetButton->setEnabled(false);
     helpButton->setEnabled(false);
     logSheet->open();

@@ -51,6 +51,8 @@ click openLogsWindow, click helpButton | click helpButton | uncheck helpButton; 
 click openLogsWindow, click helpButton, close logWindow | click openLogsWindow |
         show logWindow; uncheck helpButton
 asking | click closeLogSheet | on helpButton logResetButton; hide logSheet
+click openLogsWindow, focus logResetButton | click logResetButton, click closeLogSheet |
+        focus closeLogSheet; front logSheet; unfocus logWindow
 asking | close logSheet | on helpButton logResetButton; hide logSheet
 asking | click clearLogs |
         on helpButton logResetButton; show emptyHistory; hide logSheet; logCount=;
