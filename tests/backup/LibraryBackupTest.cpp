@@ -83,11 +83,12 @@ remove LIB, click runPrefsWindow | click createFolderStructure |
 remove Movies, click runPrefsWindow | click createFolderStructure |
         turn spinner; wait 1500; show existsTextField mCancel; stop spinner;
         existsTextField=Folder Structure Created
-noFolders := remove LIB/Compositions.localized, remove LIB/Effects.localized, 
+noFolders := remove LIB/Compositions.localized, remove LIB/Effects.localized,
         remove LIB/Generators.localized, remove LIB/Titles.localized, remove LIB/Transitions.localized
 noFolders, click runPrefsWindow | click createFolderStructure |
         show existsTextField mCancel; existsTextField=Folder Structure already exists - ! ...;
-        make LIB/Compositions.l; make LIB/Effects.l; make LIB/Generators.l; make LIB/Titles.l; make LIB/Transitions.l
+        make LIB/Compositions.l; make LIB/Effects.l; make LIB/Generators.l; make LIB/Titles.l;
+        make LIB/Transitions.l
 backup | click closePrefWindow | hide prefWindow
 chosen, focus closePrefWindow | key closePrefWindow Return | hide prefWindow
 chosen, click theBackupButton | click showBackup | open file://~/My Backups/
