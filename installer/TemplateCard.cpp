@@ -21,11 +21,12 @@ TemplateCard::TemplateCard(QWidget *parent) : DropHint(parent)
     connect(libraryButton, &QAbstractButton::clicked, this, &TemplateCard::libraryRequested);
 }
 
-/// Heading and pictures keep their size beside the text, whatever the font.
+/// Heading, pictures and room keep their size beside the text, whatever the font.
 void TemplateCard::fitFont()
 {
     for (QLabel *each : std::initializer_list<QLabel *>{installHintTitle, cardName})
         each->setFont(headingFont());
+    setMinimumSize(besideText(*this, 340), besideText(*this, 190));
     installHintIcon->setPixmap(pictureBesideText(*this, QIcon(u":/icons/library-64.png"_s), 64));
     cardWarningIcon->setPixmap(warningIcon(*this));
 }

@@ -217,6 +217,9 @@ void AccessibilityTest::cutsNothing()
         };
         QVERIFY2(QTest::qWaitFor(isWhole, 1000), qPrintable(each->objectName()));
     }
+    // Other names may be shortened, but not the one that says where the template goes.
+    if (const auto *place = shown.find<QLabel>(u"cardPlace"_s); place->isVisible())
+        QVERIFY(place->width() >= place->fontMetrics().horizontalAdvance(place->text()));
 }
 
 void AccessibilityTest::keepsPlaceholdersLegible_data()
