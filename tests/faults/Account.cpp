@@ -18,15 +18,17 @@ State stateOf(const fs::path &path)
     ::lstat(path.c_str(), &status);
     std::array<char, 64> tag = {};
     ::lgetxattr(path.c_str(), "user.tag", tag.data(), tag.size());
-    const std::string keeps = std::to_string(status.st_mode) + tag.data();
+    const auto text = [](auto number) { return std::to_string(number) + ' '; };
+    const std::string keeps = text(status.st_mode & 0777) + tag.data();
+    const std::string mayKeep = text(status.st_mode);
     if (S_ISDIR(status.st_mode))
-        return {"folder", keeps};
-    const std::string time = std::to_string(status.st_mtim.tv_sec);
+        return {"folder", keeps, mayKeep};
+    const std::string time = text(status.st_mtim.tv_sec);
     if (S_ISLNK(status.st_mode))
-        return {"link to " + fs::read_symlink(path).string(), keeps, time};
+        return {"link to " + fs::read_symlink(path).string(), keeps, mayKeep, time};
     std::ostringstream content;
     content << "file " << std::ifstream(path, std::ios::binary).rdbuf();
-    return {content.str(), keeps, time};
+    return {content.str(), keeps, mayKeep + text(status.st_nlink), time};
 }
 
 bool isIn(const std::string &path, const std::string &root)
@@ -86,6 +88,14 @@ Snapshot withTrash(Snapshot all, Ending ending)
     return all;
 }
 
+bool haveSameContent(const Snapshot &some, const Snapshot &others)
+{
+    return std::equal(some.begin(), some.end(), others.begin(), others.end(),
+                      [](const auto &one, const auto &other) {
+                          return one.first == other.first && one.second.what == other.second.what;
+                      });
+}
+
 /// A copy whose source is not all gone yet is as good as none, and so is the empty folder that
 /// waits for a tree.
 Snapshot withoutHalves(Snapshot all, const Step &step, const Snapshot &tree, Ending ending)
@@ -96,7 +106,8 @@ Snapshot withoutHalves(Snapshot all, const Step &step, const Snapshot &tree, End
         const auto was = tree.find(each.first);
         return was != tree.end() && was->second.what == each.second.what;
     });
-    const bool isHalf = step.act == Act::Move && arrived == tree && isOfTree && !left.empty();
+    const bool isHalf =
+        step.act == Act::Move && haveSameContent(arrived, tree) && isOfTree && !left.empty();
     const bool isReserved = ending == Ending::Killed && arrived.size() == 1 &&
                             arrived.begin()->second.what == "folder" && left == tree;
     return isHalf || isReserved ? with(without(all, step.to), step.from, tree) : all;
@@ -111,7 +122,7 @@ Snapshot after(Snapshot all, const Step &step, const Snapshot &found)
         return with(step.act == Act::Copy ? all : without(all, step.from), step.to, tree);
     if (saved == found.end() || !step.isNew(saved->second.what.substr(5)) ||
         (!tree.empty() && tree.begin()->second.keeps != saved->second.keeps))
-        return with(all, step.from, {{"", {"the new file", "as it should be"}}});
+        return with(all, step.from, {{"", {"the new file"}}});
     return with(all, step.from, {{"", saved->second}});
 }
 

@@ -28,9 +28,10 @@ struct Disks
 
 struct State
 {
-    std::string what;      ///< "file", "link to" or "folder", and the content
-    std::string keeps;     ///< the mode, and the attribute "user.tag"
-    std::string time = {}; ///< not of a folder
+    std::string what;         ///< "file", "link to" or "folder", and the content
+    std::string keeps = {};   ///< the permissions, the attribute "user.tag"
+    std::string mayKeep = {}; ///< what a disk or a user may refuse: further mode bits, second names
+    std::string time = {};    ///< not of a folder
 
     bool operator==(const State &) const = default;
 };

@@ -50,11 +50,14 @@ void makeTree(const Disks &disks)
     fs::create_hard_link(tree / "twin", tree / "read only" / "other twin");
     fs::create_directory(tree / "empty");
     fs::create_symlink("nowhere", tree / "link");
+    fs::create_directory_symlink("..", tree / "empty" / "to\nabove");
     write(tree / "thin", "start");
     fs::resize_file(tree / "thin", 16384);
-    fs::permissions(tree / "read only" / "script", fs::perms(0555));
+    fs::permissions(tree / "read only" / "script", fs::perms(04555));
+    fs::permissions(tree / "empty", fs::perms(02770));
     fs::permissions(tree / "read only", fs::perms(0555));
-    for (const char *path : {"read only", "empty", "link", "thin"})
+    for (const char *path :
+         {"read only/script", "read only", "empty/to\nabove", "empty", "link", "thin"})
         makeOld(tree / path);
 }
 

@@ -47,7 +47,7 @@ private:
     Ending run(const std::vector<Shim::Fault> &faults);
     bool attempt(const std::vector<Shim::Fault> &faults, const std::string &race = {});
     void everywhere(Shim::Fault fault, const std::string &race = {});
-    [[nodiscard]] Snapshot snapshot() const;
+    [[nodiscard]] Snapshot comparable(Snapshot all, bool hasFault) const;
 
     const Operation &m_operation;
     const Disks m_disks;
@@ -65,7 +65,7 @@ Ending Trial::run(const std::vector<Shim::Fault> &faults)
     }
     m_operation.setUp(m_disks);
     if (m_before.empty())
-        m_before = snapshot(); // the same for each run
+        m_before = snapshotOf(m_disks); // the same for each run
     ++runs;
     m_report = new (m_report) Shim::Report;
     const pid_t child = ::fork();
@@ -85,11 +85,14 @@ Ending Trial::run(const std::vector<Shim::Fault> &faults)
 }
 
 /// Some errors say no more than that this disk, or this user, keeps no attributes.
-Snapshot Trial::snapshot() const
+Snapshot Trial::comparable(Snapshot all, bool hasFault) const
 {
-    Snapshot all = snapshotOf(m_disks);
-    for (auto &[path, state] : all)
-        state = m_comparesAttributes ? state : State{state.what, {}};
+    for (auto &[path, state] : all) {
+        if (!m_comparesAttributes)
+            state = {state.what};
+        else if (hasFault)
+            state.mayKeep.clear();
+    }
     return all;
 }
 
@@ -99,10 +102,11 @@ bool Trial::attempt(const std::vector<Shim::Fault> &faults, const std::string &r
     const Ending ending = run(faults);
     // After a second failure, what a kill leaves may be left too.
     const bool isExcused = ending == Ending::Failed && faults.size() > 1;
+    const Snapshot before = comparable(m_before, !faults.empty());
+    const Snapshot found = comparable(snapshotOf(m_disks), !faults.empty());
     std::string problem =
-        race.empty()
-            ? account(m_operation, m_before, snapshot(), isExcused ? Ending::Killed : ending)
-            : accountForRace(m_before, snapshot(), m_report->hasHappened);
+        race.empty() ? account(m_operation, before, found, isExcused ? Ending::Killed : ending)
+                     : accountForRace(before, found, m_report->hasHappened);
     const std::string_view call = m_report->name.load();
     if (ending == Ending::Done && faults.size() == 1 && faults[0].error == EIO &&
         (call == "fsync" || call == "syncfs"))
@@ -161,7 +165,6 @@ void Trial::inFull()
         }
     }
     m_comparesAttributes = false;
-    m_before.clear();
     for (const int error : moreErrors)
         everywhere({Shim::Kind::Error, error});
     for (const Race &race : m_operation.races)

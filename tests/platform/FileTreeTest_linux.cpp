@@ -26,7 +26,6 @@ private Q_SLOTS:
     void trash_isRestorable();
     void trash_ofNameAlreadyInIt_keepsBoth();
     void trash_onOtherFileSystem_isRestorable();
-    void unusableTrash_leavesTheItem();
 };
 
 void LinuxFileTreeTest::move_whereRenamesReplace_overwritesNothing()
@@ -44,10 +43,6 @@ void LinuxFileTreeTest::move_whereRenamesReplace_overwritesNothing()
     QVERIFY(!FileTree::move({u"~"_s, u"file"_s}, {u"~/To"_s, u"file"_s}));
     QVERIFY(!FileTree::move({u"~"_s, u"Folder"_s}, {u"~/To"_s, u"empty"_s}));
     QCOMPARE(home.snapshot(), before);
-    QVERIFY(FileTree::move({u"~"_s, u"file"_s}, {u"~/To"_s, u"new"_s}));
-    QVERIFY(FileTree::move({u"~"_s, u"Folder"_s}, {u"~/To"_s, u"Folder"_s}));
-    QCOMPARE(home.names({}), {u"To"_s});
-    QCOMPARE(home.names(u"To/Folder"_s), {u"file"_s});
 }
 
 void LinuxFileTreeTest::trash_isRestorable()
@@ -57,6 +52,11 @@ void LinuxFileTreeTest::trash_isRestorable()
     const QString name = u"100% – ü"_s + QString(244, u'n');
     const QByteArray path = "/100%25%20%E2%80%93%20%C3%BC" + QByteArray(244, 'n');
     home.makeFile(name + u"/inside"_s);
+    home.makeFile(u".local"_s);
+    const auto before = home.snapshot();
+    QVERIFY(!FileTree::trash({u"~"_s, name})); // there can be none
+    QCOMPARE(home.snapshot(), before);
+    QVERIFY(QFile::remove(home.path(u".local"_s)));
 
     QVERIFY(FileTree::trash({u"~"_s, name}));
 
@@ -111,16 +111,6 @@ void LinuxFileTreeTest::trash_onOtherFileSystem_isRestorable()
     QVERIFY(QDir(trash + u"files/"_s + name).removeRecursively());
     for (const char *folder : {"files", "info", ""})
         QDir().rmdir(trash + QLatin1String(folder)); // when nothing else is in it
-}
-
-void LinuxFileTreeTest::unusableTrash_leavesTheItem()
-{
-    const TestHome home;
-    home.makeFile(u"Glow/inside"_s);
-    home.makeFile(u".local"_s);
-    const auto before = home.snapshot();
-    QVERIFY(!FileTree::trash({u"~"_s, u"Glow"_s}));
-    QCOMPARE(home.snapshot(), before);
 }
 
 int main(int argc, char *argv[])

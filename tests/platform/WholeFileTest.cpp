@@ -15,12 +15,12 @@ namespace {
 
 const FileWriter writeNew = [](QIODevice &file) { return file.write("new") == 3; };
 
-struct stat statusOf(const QString &path)
+/// Owner, group and mode.
+QList<uint> ownership(const QByteArray &path)
 {
     struct stat status = {};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
-        qFatal("no file for the test");
-    return status;
+    ::stat(path.constData(), &status);
+    return {status.st_uid, status.st_gid, status.st_mode & 07777};
 }
 
 } // namespace
@@ -60,11 +60,10 @@ void WholeFileTest::another_programsVersionStays()
     if (interfere)
         version = readWholeFile(path)->version;
     // Neither before it grows nor while it does.
-    if (interfere)
-        QVERIFY(!writeWholeFile(path, version, [&](QIODevice &file) {
-            interfere(path);
-            return writeNew(file);
-        }));
+    QVERIFY(!interfere || !writeWholeFile(path, version, [&](QIODevice &file) {
+        interfere(path);
+        return writeNew(file);
+    }));
     QVERIFY(!writeWholeFile(path, version, writeNew));
     QCOMPARE(home.read(u"x/file"_s), interfere ? "ALL"_ba : "all"_ba);
     QCOMPARE(home.names(u"x"_s).size(), 2);
@@ -108,24 +107,26 @@ void WholeFileTest::ownerAndGroup_areKept()
     const TestHome home;
     const QString path = home.makeFile(u"shared/file"_s);
     const QByteArray name = QFile::encodeName(path);
-    QCOMPARE(::chmod(QFile::encodeName(home.path()).constData(), 0755), 0);
-    QCOMPARE(::chmod(QFile::encodeName(home.path(u"shared"_s)).constData(), 0777), 0);
-    QCOMPARE(::chown(name.constData(), 4711, 4712), 0);
-    QCOMPARE(::chmod(name.constData(), 02674), 0);
+    QCOMPARE(::chmod(qPrintable(home.path()), 0755), 0);
+    QCOMPARE(::chmod(qPrintable(home.path(u"shared"_s)), 0777), 0);
+    QCOMPARE(::chown(name.constData(), 4711, 4712) + ::chmod(name.constData(), 02674), 0);
     QVERIFY(writeWholeFile(path, readWholeFile(path)->version, writeNew));
-    QCOMPARE(statusOf(path).st_uid, 4711u);
-    QCOMPARE(statusOf(path).st_gid, 4712u);
-    QCOMPARE(statusOf(path).st_mode & 07777, 02674u);
+    QCOMPARE(ownership(name), (QList<uint>{4711, 4712, 02674}));
 
     // By one who may give away neither: the new group gets no more than everybody.
-    QCOMPARE(::chmod(name.constData(), 06676), 0);
-    QCOMPARE(::seteuid(4713), 0);
+    QCOMPARE(::chmod(name.constData(), 06674) + ::seteuid(4713), 0);
+    const auto version = readWholeFile(path)->version;
+    const Result<FileVersion> refused = writeWholeFile(path, version, writeNew);
+    QCOMPARE(::seteuid(0) + ::chmod(name.constData(), 06676) + ::seteuid(4713), 0);
     const Result<FileVersion> written =
         writeWholeFile(path, readWholeFile(path)->version, writeNew);
     QCOMPARE(::seteuid(0), 0);
+    QVERIFY(!refused);
     QVERIFY2(written, qPrintable(written.reason()));
-    QCOMPARE(statusOf(path).st_uid, 4713u);
-    QCOMPARE(statusOf(path).st_mode & 07777, 0666u);
+    QCOMPARE(ownership(name), (QList<uint>{4713, ::getegid(), 0666}));
+    // Marked read-only, it is not written by anybody.
+    QCOMPARE(::chmod(name.constData(), 0444), 0);
+    QVERIFY(!writeWholeFile(path, readWholeFile(path)->version, writeNew));
 }
 
 int main(int argc, char *argv[])
