@@ -36,6 +36,7 @@ void NumbersTest::areTheSameUnderEveryLocale()
     QCOMPARE(secondsText(u"-250"_s, u""_s), u"-inf"_s);
     QCOMPARE(secondsText(u"0"_s, u"x"_s), u"nan"_s);
     QCOMPARE(conformedRate(5, u"9.9 seconds"_s)->frames, u"296.703"_s);
+    QCOMPARE(conformedRate(8, u"8.9"_s)->frames, u"533.466"_s);
     QCOMPARE(conformedRate(8, u"100000.1 seconds"_s)->frames, u"5994006"_s);
     QCOMPARE(conformedRate(9, u"1000000.0 seconds"_s)->frames, u"6e+07"_s);
     QCOMPARE(pixelAspectRatioLabel(u"1.333333333333333"_s), u"HD (960x720),(1440x1080)"_s);

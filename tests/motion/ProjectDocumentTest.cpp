@@ -5,7 +5,6 @@
 #include "tests/support/TestHome.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QStringEncoder>
 
 #include <sys/stat.h>
@@ -107,15 +106,13 @@ private Q_SLOTS:
     void deepDocument_isRefused();
     void rewriting_keepsTheContent_data();
     void rewriting_keepsTheContent();
-    void rewriting_laysTheFileOut();
-    void rewriting_turnsOtherEncodingsIntoUtf8();
+    void rewriting_writes_data();
+    void rewriting_writes();
     void hostileDocument_costsLittle();
     void opening_whatIsNoDocument_isRefused();
-    void saving_keepsLinksAndPermissions();
-    void theme_isInsertedAsTheFourthChild();
     void value_isAllTextInAnElement();
-    void theme_replacesAllContent();
-    void conform_changesTheFirstTripleOnly();
+    void changes_write_data();
+    void changes_write();
 };
 
 void ProjectDocumentTest::mutations_areTakenOnlyWhereTheOtherParserTakesThem()
@@ -156,7 +153,7 @@ void ProjectDocumentTest::rewriting_keepsTheContent_data()
     QTest::newRow("blanks that are references")
         << "<a b='&#13;&#10;&#9; x' c=\"&quot;'&lt;>\">&#13; x&#13;&#10;<![CDATA[\n\t]]></a>"_ba;
     QTest::newRow("text beside elements")
-        << "<a>\n<b>]]&gt; <i>two</i> <i>three\n <u/> </i>\n</b>\n<c> \n\t</c>\n</a>"_ba;
+        << "<a>\n<b>]]&gt; <i>two</i> <i>three\n <u/> </i>\n</b>\n<c> \n\t</c><d><u/>x</d></a>"_ba;
     QTest::newRow("blanks beside CDATA") << "<a> <![CDATA[]]>\n<b/></a>"_ba;
     QTest::newRow("beyond all buffers") << "<a><b>" + "x<é/>"_ba.repeated(100000) + "</b></a>";
 }
@@ -171,27 +168,30 @@ void ProjectDocumentTest::rewriting_keepsTheContent()
     QCOMPARE(rewritten(once), once);
 }
 
-void ProjectDocumentTest::rewriting_laysTheFileOut()
+void ProjectDocumentTest::rewriting_writes_data()
 {
-    const QByteArray file = "<?xml version='1.0'?><!-- x --><!DOCTYPE a PUBLIC \"p\" 's\"'>"
-                            "<a b='1'  c='2'><d><e> f </e>\n\n<g></g><h  /></d>"
-                            "<b>x<c> <d/> </c></b> <e/></a>";
-    QCOMPARE(rewritten(file),
-             "<?xml version='1.0'?>\n<!-- x -->\n<!DOCTYPE a PUBLIC \"p\" 's\"'>\n"
-             "<a b=\"1\" c=\"2\">\n\t<d>\n\t\t<e> f </e>\n\t\t<g></g>\n\t\t<h/>\n\t</d>\n"
-             "\t<b>x<c> <d/> </c></b>\n\t<e/>\n</a>\n"_ba);
-}
-
-void ProjectDocumentTest::rewriting_turnsOtherEncodingsIntoUtf8()
-{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QByteArray>("written");
     const auto file = [](const QByteArray &encoding, const QByteArray &text) {
         return QByteArray("<?xml version=\"1.0\" encoding=\"" + encoding + "\"?>\n<a>" + text +
                           "</a>\n");
     };
-    QCOMPARE(rewritten(file("iso-8859-1", "\xE9\x80")), file("UTF-8", "é\xC2\x80"));
-    QCOMPARE(rewritten(file("US-ASCII", "e")), file("UTF-8", "e"));
-    QCOMPARE(rewritten(file("utf8", "é")), file("UTF-8", "é"));
-    QCOMPARE(rewritten(file("utf-8", "é")), file("utf-8", "é"));
+    QTest::newRow("Latin 1") << file("iso-8859-1", "\xE9\x80") << file("UTF-8", "é\xC2\x80");
+    QTest::newRow("ASCII") << file("US-ASCII", "e") << file("UTF-8", "e");
+    QTest::newRow("another name of UTF-8") << file("utf8", "é") << file("UTF-8", "é");
+    QTest::newRow("UTF-8") << file("utf-8", "é") << file("utf-8", "é");
+    QTest::newRow("lines")
+        << "<?xml version='1.0'?><!-- x --><!DOCTYPE a PUBLIC \"p\" 's\"'>"
+           "<a b='1'  c='2'><d><e> f </e>\n\n<g></g><h  /></d><b>x<c> <d/> </c></b> <e/></a>"_ba
+        << "<?xml version='1.0'?>\n<!-- x -->\n<!DOCTYPE a PUBLIC \"p\" 's\"'>\n"
+           "<a b=\"1\" c=\"2\">\n\t<d>\n\t\t<e> f </e>\n\t\t<g></g>\n\t\t<h/>\n\t</d>\n"
+           "\t<b>x<c> <d/> </c></b>\n\t<e/>\n</a>\n"_ba;
+}
+
+void ProjectDocumentTest::rewriting_writes()
+{
+    QFETCH(QByteArray, file);
+    QTEST(rewritten(file), "written");
 }
 
 void ProjectDocumentTest::hostileDocument_costsLittle()
@@ -225,6 +225,7 @@ void ProjectDocumentTest::opening_whatIsNoDocument_isRefused()
         "\xEF\xBB\xBF" + inUtf16("<a/>", QStringConverter::Utf16LE, false),
         inUtf16("<a/>", QStringConverter::Utf16LE, true).chopped(1),
         inUtf16("<a/>", QStringConverter::Utf16BE, false) + "\n",
+        inUtf16("<a>x</a>", QStringConverter::Utf16LE, true).replace("x\0"_ba, "\0\xD8"_ba),
         "<!DOCTYPE a [<!ENTITY b SYSTEM 'file:///etc/passwd'>]><a>&b;</a>",
         external + "<a>&b;</a>",
         external + "<a b='&lt;&b;'/>"};
@@ -232,32 +233,6 @@ void ProjectDocumentTest::opening_whatIsNoDocument_isRefused()
         paths << home.makeFile(QString::number(paths.size()), file);
     for (const QString &path : std::as_const(paths))
         QVERIFY2(!openProjectDocument(path), qPrintable(path));
-}
-
-void ProjectDocumentTest::saving_keepsLinksAndPermissions()
-{
-    const TestHome home;
-    const QString target = home.makeFile(u"real/x.motn"_s, "<a><b/></a>");
-    const QString link = home.path(u"link.motn"_s);
-    QVERIFY(QFile::link(target, link));
-    const auto permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOther;
-    QVERIFY(QFile::setPermissions(target, permissions));
-    QVERIFY(saveProjectDocument(*openProjectDocument(link), link));
-    QVERIFY(QFileInfo(link).isSymLink());
-    QCOMPARE(home.read(u"real/x.motn"_s), "<a>\n\t<b/>\n</a>\n"_ba);
-    constexpr auto userBits = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
-    QCOMPARE(QFile::permissions(target) & ~userBits, permissions);
-    QCOMPARE(home.names(u"real"_s), QStringList{u"x.motn"_s});
-}
-
-void ProjectDocumentTest::theme_isInsertedAsTheFourthChild()
-{
-    // Comments are counted, blanks are not.
-    const QByteArray file = "<x>\n<a/>\n<!-- b -->\n<c> </c>\n<d/>\n</x>";
-    QCOMPARE(
-        canonicalContent(rewritten(file, insertTheme)),
-        "<ozml><a></a><!-- b --><c> </c><template><theme></theme></template><d></d></ozml>"_ba);
-    QCOMPARE(rewritten("<x><a/><b/></x>", insertTheme), rewritten("<x><a/><b/></x>"));
 }
 
 void ProjectDocumentTest::value_isAllTextInAnElement()
@@ -271,34 +246,47 @@ void ProjectDocumentTest::value_isAllTextInAnElement()
     QVERIFY(values[2].isEmpty());
 }
 
-void ProjectDocumentTest::theme_replacesAllContent()
+void ProjectDocumentTest::changes_write_data()
 {
-    const QString name = u"<b> & \"c\" ]]> 😀\r\n \u0001"_s + QChar(0xD83D) + QChar(0xFFFE);
-    const QByteArray file =
-        "<a><theme n='1'>x<b><theme>y</theme></b><!-- z --></theme><theme/></a>";
+    using Change = std::function<void(ProjectDocument &)>;
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QByteArray>("content");
+    const Change insert = [](auto &document) { std::ignore = insertTheme(document); };
+    const Change set = [](auto &document) {
+        const QString text = u"<b> & \"c\" ]]> 😀\r\n \u0001"_s + QChar(0xD83D) + QChar(0xFFFE);
+        QCOMPARE(setTheme(document, text), 3);
+    };
+    const Change conform = [](auto &document) {
+        conformFirstTriple(document, ConformedRate{u"25"_s, u"250"_s});
+    };
+    // Comments are counted, blanks are not.
+    QTest::newRow("a theme as the fourth child")
+        << insert << "<x>\n<a/>\n<!-- b -->\n<c> </c>\n<d/>\n</x>"_ba
+        << "<ozml><a></a><!-- b --><c> </c><template><theme></theme></template><d></d></ozml>"_ba;
+    QTest::newRow("none without a third") << insert << "<x><a/><b/></x>"_ba
+                                          << "<x><a></a><b></b></x>"_ba;
     const QByteArray text = ">&lt;b&gt; &amp; \"c\" ]]&gt; 😀&#xD;\n </theme>";
-    int count = 0;
-    const QByteArray changed =
-        rewritten(file, [&](auto &document) { count = setTheme(document, name); });
-    QCOMPARE(canonicalContent(changed), "<a><theme n=\"1\"" + text + "<theme" + text + "</a>");
-    QCOMPARE(count, 3);
+    QTest::newRow("a theme replaces all content")
+        << set << "<a><theme n='1'>x<b><theme>y</theme></b><!-- z --></theme><theme/></a>"_ba
+        << QByteArray("<a><theme n=\"1\"" + text + "<theme" + text + "</a>");
+    QTest::newRow("the first rate, duration and flag")
+        << conform << "<a><duration/><duration>9</duration><frameRate/><NTSC/></a>"_ba
+        << "<a><duration>250</duration><duration>9</duration><frameRate>25</frameRate>"
+           "<NTSC>0</NTSC></a>"_ba;
+    QTest::newRow("what stands in the rate goes")
+        << conform << "<a><frameRate><duration/><NTSC/></frameRate></a>"_ba
+        << "<a><frameRate>25</frameRate></a>"_ba;
+    QTest::newRow("the duration goes with the first rate")
+        << conform << "<a><frameRate><duration/></frameRate><frameRate/><NTSC/></a>"_ba
+        << "<a><frameRate>25</frameRate><frameRate></frameRate><NTSC>0</NTSC></a>"_ba;
 }
 
-void ProjectDocumentTest::conform_changesTheFirstTripleOnly()
+void ProjectDocumentTest::changes_write()
 {
-    const auto conformed = [](const QByteArray &file) {
-        return canonicalContent(rewritten(file, [](auto &document) {
-            conformFirstTriple(document, ConformedRate{u"25"_s, u"250"_s});
-        }));
-    };
-    const QByteArray rate = "<frameRate>25</frameRate>";
-    const QByteArray duration = "<duration>250</duration>";
-    QCOMPARE(conformed("<a><duration/><duration>9</duration><frameRate/><NTSC/></a>"),
-             "<a>" + duration + "<duration>9</duration>" + rate + "<NTSC>0</NTSC></a>");
-    QCOMPARE(conformed("<a><frameRate><duration/><NTSC/></frameRate></a>"), "<a>" + rate + "</a>");
-    // The duration goes with the first rate, and is no more when the second one comes.
-    QCOMPARE(conformed("<a><frameRate><duration/></frameRate><frameRate/><NTSC/></a>"),
-             "<a>" + rate + "<frameRate></frameRate><NTSC>0</NTSC></a>");
+    QFETCH(std::function<void(ProjectDocument &)>, change);
+    QFETCH(QByteArray, file);
+    QTEST(canonicalContent(rewritten(file, change)), "content");
 }
 
 int main(int argc, char *argv[])
