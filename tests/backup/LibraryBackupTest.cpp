@@ -21,78 +21,7 @@ private Q_SLOTS:
 
 void LibraryBackupTest::changes_data()
 {
-    ChangeTable::addRows(R"(
-backup := click runPrefsWindow
-chosen := click runPrefsWindow, panel My Backups, click setBackupPath1
-busy := turn backupSpinner; dateFloat=DATE; pleaseWait=Please Wait ...
-copied := run backupProgress; turn backupSpinner; backupResult=; dateFloat=DATE;
-        pleaseWait=Please Wait ...
-done := stop backupSpinner; lastBackupDate=DATE; pleaseWait=; store theLastBackupDate=DATE
-start | menu runPrefsWindowItem |
-        show prefWindow; hide existsTextField mCancel;
-        backupResult=Choose the folder for your backups, on another disk if you can.;
-        focus createFolderStructure; front prefWindow
-backup | click createFolderStructure |
-        show existsTextField mCancel; existsTextField=Folder Structure already exists - ! ...
-backup, click createFolderStructure, focus mCancel | key mCancel Space |
-        hide mCancel; existsTextField=; unfocus prefWindow
-backup, click createFolderStructure, close prefWindow | click runPrefsWindow |
-        show prefWindow; hide existsTextField mCancel
-backup | panel, click setBackupPath1 |
-        backupResult=Select a Backup Folder or create a New Backup Folder ...;
-        panel Backup Folder Selector / Set / Select a Backup Folder or create a New Backup Folder
-        ...; backupResult=Choose the folder for your backups, on another disk if you can.
-backup | panel My Backups, click setBackupPath1 |
-        backupResult=Select a Backup Folder or create a New Backup Folder ...;
-        panel Backup Folder Selector / Set / Select a Backup Folder or create a New Backup Folder
-        ...; show theBackupButton; backupPath=~/My Backups;
-        backupResult=Every backup is a complete copy. Earlier ones stay as they are.;
-        store theAppBackupPath=~/My Backups; store theFolder8899=My Backups;
-        theFolderImage=My Backups
-chosen | click theBackupButton |
-        $copied; LIB => My Backups/DATE Motion Templates.l; wait 2500; $done; show showBackup;
-        backupResult=Written into “My Backups”: “DATE Motion Templates.l”, 46 bytes
-chosen | menu runPrefsWindowItem | front prefWindow
-backup | click theBackupButton |
-set backupPath ~/Own, click runPrefsWindow | click theBackupButton |
-        $copied; LIB => Own/DATE Motion Templates.l; wait 2500; $done; show showBackup;
-        backupResult=Written into “Own”: “DATE Motion Templates.l”, 46 bytes
-set backupPath ~/Dangling, click runPrefsWindow | click theBackupButton |
-        $copied; LIB => Dangling/DATE Motion Templates.l; wait 2500; $done; show showBackup;
-        backupResult=Written into “Dangling”: “DATE Motion Templates.l”, 46 bytes
-set backupPath ~/Movies, click runPrefsWindow | click theBackupButton |
-        $copied; LIB => Movies/DATE Motion Templates.l; wait 2500; $done; show showBackup;
-        backupResult=Written into “Movies”: “DATE Motion Templates.l”, 46 bytes
-set backupPath ~/LIB/Titles.localized, click runPrefsWindow | click theBackupButton |
-        $busy; backupResult=; wait 2500; $done; backupResult=Nothing was written into “Titles.l”.
-set backupPath ~/Link, click runPrefsWindow | click theBackupButton |
-        $busy; backupResult=; wait 2500; $done; backupResult=Nothing was written into “Link”.
-set backupPath ~/Nowhere, click runPrefsWindow | click theBackupButton |
-        $busy; backupResult=; wait 2500; $done;
-        backupResult=Nothing was written: the backup folder is not there.
-set backupPath ~/Taken, click runPrefsWindow | click theBackupButton |
-        $copied; LIB => Taken/Motion Templates.l; wait 2500; $done; show showBackup;
-        backupResult=Written into “Taken”: “Motion Templates.l”, 46 bytes. It could not take its
-        name with the date.
-hide Elsewhere LIB, set backupPath ~/My Backups, click runPrefsWindow | click theBackupButton |
-        $copied; Elsewhere => My Backups/DATE Motion Templates.l; wait 2500; $done; show showBackup;
-        backupResult=Written into “My Backups”: “DATE Motion Templates.l”, 46 bytes
-remove LIB, click runPrefsWindow | click createFolderStructure |
-        turn spinner; wait 1500; show existsTextField mCancel; stop spinner;
-        existsTextField=Folder Structure Created; make LIB
-remove Movies, click runPrefsWindow | click createFolderStructure |
-        turn spinner; wait 1500; show existsTextField mCancel; stop spinner;
-        existsTextField=Folder Structure Created
-noFolders := remove LIB/Compositions.localized, remove LIB/Effects.localized,
-        remove LIB/Generators.localized, remove LIB/Titles.localized, remove LIB/Transitions.localized
-noFolders, click runPrefsWindow | click createFolderStructure |
-        show existsTextField mCancel; existsTextField=Folder Structure already exists - ! ...;
-        make LIB/Compositions.l; make LIB/Effects.l; make LIB/Generators.l; make LIB/Titles.l;
-        make LIB/Transitions.l
-backup | click closePrefWindow | hide prefWindow
-chosen, focus closePrefWindow | key closePrefWindow Return | hide prefWindow
-chosen, click theBackupButton | click showBackup | open file://~/My Backups/
-)");
+    ChangeTable::addRows(u"backup/LibraryBackup.table"_s);
 }
 
 void LibraryBackupTest::changes()

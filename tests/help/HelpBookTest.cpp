@@ -59,28 +59,7 @@ void HelpBookTest::endsFivePagesWithAPicture()
 
 void HelpBookTest::changes_data()
 {
-    ChangeTable::addRows(R"(
-book := menu runHelpBook
-start | menu runHelpBook | show helpWindow; focus textView; front helpWindow
-book | click pageA | check pageA; uncheck navigateHOME; focus textView2; tabView=1
-book | click pageB | check pageB; uncheck navigateHOME; focus textView3; tabView=2
-book | click pageC | check pageC; uncheck navigateHOME; focus textView4; tabView=3
-book | click pageD | check pageD; uncheck navigateHOME; focus textView5; tabView=4
-book | click pageE | check pageE; uncheck navigateHOME; focus textView6; tabView=5
-book, click pageC | menu runHelpBook |
-        check navigateHOME; uncheck pageC; focus textView; tabView=0
-book, click openLogsWindow | menu runHelpBook | front helpWindow
-book, click pageE | click navigateHOME |
-        check navigateHOME; uncheck pageE; focus textView; tabView=0
-book | segment modeSegController 0 | log controlOne selected.; modeSegController=0
-book | segment modeSegController 1 |
-        check pageA; uncheck navigateHOME; focus textView2; log controlTwo selected.;
-        modeSegController=1; tabView=1
-book, click pageE | segment modeSegController 1 | log controlTwo selected.; modeSegController=1
-book, click pageC | segment modeSegController 0 |
-        check pageB; uncheck pageC; focus textView3; log controlOne selected.; modeSegController=0;
-        tabView=2
-)");
+    ChangeTable::addRows(u"help/HelpBook.table"_s);
 }
 
 void HelpBookTest::changes()

@@ -40,32 +40,7 @@ private Q_SLOTS:
 
 void InstallationHistoryTest::changes_data()
 {
-    ChangeTable::addRows(R"(
-asking := click openLogsWindow, click logResetButton
-start | menu openLogsWindowItem | show logWindow; focus theTable; front logWindow
-click openLogsWindow | click logResetButton |
-        off helpButton logResetButton; show logSheet; focus closeLogSheet; front logSheet
-click openLogsWindow | click helpButton |
-        check helpButton; logsHelpField=Reset will permanently remove history.
-click openLogsWindow, click helpButton | click helpButton | uncheck helpButton; logsHelpField=
-click openLogsWindow, click helpButton, close logWindow | click openLogsWindow |
-        show logWindow; uncheck helpButton
-asking | click closeLogSheet | on helpButton logResetButton; hide logSheet
-click openLogsWindow, focus logResetButton | click logResetButton, click closeLogSheet |
-        focus closeLogSheet; front logSheet; unfocus logWindow
-asking | close logSheet | on helpButton logResetButton; hide logSheet
-asking | click clearLogs |
-        on helpButton logResetButton; show emptyHistory; hide logSheet; logCount=;
-        store installations=; theTable=
-click openLogsWindow | type logFilter LINE a | focus logFilter; logFilter=LINE a
-click openLogsWindow | type logFilter b |
-        show emptyHistory; hide emptyHistoryIcon; emptyHistoryHeading=No match;
-        emptyHistoryText=No installation has all these words.; focus logFilter; logCount=0 of 1;
-        logFilter=b; theTable=
-click openLogsWindow, type logFilter b, close logWindow | click openLogsWindow |
-        show logWindow; hide emptyHistory; logCount=1 in all; logFilter=; theTable=a line|
-click openLogsWindow | click closeLogWindow | hide logWindow
-)");
+    ChangeTable::addRows(u"history/InstallationHistory.table"_s);
 }
 
 void InstallationHistoryTest::changes()

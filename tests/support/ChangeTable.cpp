@@ -109,8 +109,11 @@ void perform(const RunningProgram &program, ChangeList &changes, const TestHome 
 
 } // namespace
 
-void ChangeTable::addRows(const char *table)
+void ChangeTable::addRows(const QString &file)
 {
+    QFile table(QStringLiteral(BRIMVALE_TESTS_FOLDER "/") + file);
+    if (!table.open(QIODevice::ReadOnly))
+        qFatal("there is no table %s", qUtf8Printable(file));
     QTest::addColumn<QString>("start");
     QTest::addColumn<QString>("action");
     QTest::addColumn<QString>("changes");
@@ -120,7 +123,7 @@ void ChangeTable::addRows(const char *table)
             text.replace(u'$' + each.key(), each.value());
         return text;
     };
-    for (const QString &line : joinedLines(QString::fromUtf8(table))) {
+    for (const QString &line : joinedLines(QString::fromUtf8(table.readAll()))) {
         const QStringList cells = line.split(u'|');
         if (const qsizetype sign = line.indexOf(u" := "_s); sign > 0) {
             named.insert(line.first(sign).trimmed(), expand(line.mid(sign + 4)).simplified());

@@ -3,7 +3,7 @@
 #include "ChangeList.h"
 #include "RunningProgram.h"
 
-/// Tables of actions. A row is "start state | action | every change", where the start state and
+/// Tables of actions, in files beside the tests. A row is "start state | action | every change", where the start state and
 /// the action are steps with ", " between them, each as its function in RunningProgram:
 ///     click button        menu quitItem       segment segController 1     open confirmSheet
 ///     type input a b      key input Return    pick frPopup 4              close mWindow
@@ -17,8 +17,8 @@
 class ChangeTable
 {
 public:
-    /// In the data function of a test.
-    static void addRows(const char *table);
+    /// In the data function of a test; the file is named from the folder of all tests.
+    static void addRows(const QString &file);
     /// In the test; the home holds what the rows need.
     static void run(const TestHome &home);
 };
