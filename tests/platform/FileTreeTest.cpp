@@ -65,12 +65,15 @@ void FileTreeTest::refusal_leavesEverythingAsItWas()
     QVERIFY(QFile::link(u"nowhere"_s, home.path(u"Other/dangling"_s)));
     QVERIFY(QFile::link(home.path(u"Folder/Below"_s), home.path(u"below"_s)));
     QVERIFY(QDir::setCurrent(home.path()));
+    const fs::path below = home.path(u"Folder/Below"_s).toStdString();
+    fs::last_write_time(below, {});
     const auto before = home.snapshot();
 
     QVERIFY(!FileTree::move(source, destination));
     QVERIFY(!FileTree::copy(source, destination));
 
     QCOMPARE(home.snapshot(), before);
+    QVERIFY(fs::last_write_time(below) == fs::file_time_type()); // nor tried
 }
 
 void FileTreeTest::holes_stayHoles_data()
