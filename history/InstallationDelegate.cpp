@@ -71,7 +71,8 @@ void InstallationDelegate::paint(QPainter *painter, const QStyleOptionViewItem &
     const auto draw = [&](QRect area, const QString &text) {
         area.adjust(margin, 0, -margin, 0);
         painter->drawText(
-            area, Qt::TextSingleLine | QStyle::visualAlignment(row.direction, row.displayAlignment),
+            area,
+            int(Qt::TextSingleLine | QStyle::visualAlignment(row.direction, row.displayAlignment)),
             row.fontMetrics.elidedText(text, Qt::ElideRight, area.width()));
     };
     const auto [date, category, name] = columns(row.rect, view);

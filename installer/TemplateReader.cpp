@@ -9,7 +9,7 @@ namespace {
 /// Decoded at the size that is shown: a small file can hold a picture of gigabytes.
 QImage readPicture(const QString &path, const QSize &wanted)
 {
-    constexpr qint64 mostPixels = 8000 * 8000;
+    constexpr qint64 mostPixels = 64'000'000;
     QImageReader reader(path, "png");
     const QSize size = reader.size();
     if (!size.isValid() || qint64(size.width()) * size.height() > mostPixels)
