@@ -3,8 +3,9 @@
 #include "ChangeList.h"
 #include "RunningProgram.h"
 
-/// Tables of actions, in files beside the tests. A row is "start state | action | every change", where the start state and
-/// the action are steps with ", " between them, each as its function in RunningProgram:
+/// Tables of actions, in files beside the tests. A row is "start state | action | every change",
+/// where the start state and the action are steps with ", " between them, each as its function in
+/// RunningProgram:
 ///     click button        menu quitItem       segment segController 1     open confirmSheet
 ///     type input a b      key input Return    pick frPopup 4              close mWindow
 ///     drop input a b      drag input a        leave input
