@@ -28,11 +28,14 @@ void dornelHelpBook::awakeFromNib()
     modeSegController->setTag(1, 1);
     tabView->setCurrentIndex(0);
     showPage(0);
+    // The pictures show the program itself, in the palette that it has here.
+    const bool isDark = helpWindow->palette().color(QPalette::Window).lightness() < 128;
+    const QString name = isDark ? u":/dark/bv_%1.png"_s : u":/bv_%1.png"_s;
     int picture = 0;
     for (QTextBrowser *page : {textView2, textView3, textView4, textView5, textView6}) {
         QTextCursor end(page->document());
         end.movePosition(QTextCursor::End);
-        end.insertImage(u":/bv_%1.png"_s.arg(++picture));
+        end.insertImage(name.arg(++picture));
     }
 }
 

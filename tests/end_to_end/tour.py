@@ -64,6 +64,7 @@ class Tour:
         (folder / "Media").mkdir(parents=True)
         (folder / f"{name}.moef").write_text(content)
         (folder / "Media" / "light.png").write_bytes(bytes(range(256)))
+        self.stage.run("convert", "-size", "640x360", "radial-gradient:#ffe3a0-#3b2a6e", folder / "large.png")
         return folder
 
     def category(self, name):
@@ -95,7 +96,7 @@ class Tour:
         self.screen.click(self.main(), "push button", "Install")
         self.wait_for_install("Effect Installed ...")
         check("the template is in the category folder, and whole",
-              sorted(map(str, tree(self.category("Effects") / "Glow"))) == ["Glow.moef", "Media/light.png"])
+              sorted(map(str, tree(self.category("Effects") / "Glow"))) == ["Glow.moef", "Media/light.png", "large.png"])
         check("the template left the desktop", not (self.home / "Desktop" / "Glow").exists())
 
     def replace_installed(self):
