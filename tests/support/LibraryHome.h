@@ -14,8 +14,4 @@ public:
     [[nodiscard]] static QString folder(const QString &category);
     /// The folder of the titles, for all tests that need but one category.
     [[nodiscard]] static QString titles() { return folder(QStringLiteral("Titles")); }
-
-    /// That snapshot, had this one file or tree been moved.
-    [[nodiscard]] static QMap<QString, QByteArray>
-    withMoved(const QMap<QString, QByteArray> &snapshot, const QString &from, const QString &to);
 };
