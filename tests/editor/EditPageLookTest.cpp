@@ -4,10 +4,8 @@
 
 #include <QAccessible>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QFocusFrame>
 #include <QLabel>
-#include <QLineEdit>
 #include <QVariantAnimation>
 #include <QWindow>
 
@@ -75,60 +73,37 @@ class EditPageLookTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void secondSpace_pressesNothing_data();
     void secondSpace_pressesNothing();
-    void emptyTheme_isWrittenByTheButtonAlone();
     void facts_tellWhoseTheyAre();
     void changedFacts_areTinted();
     void rateList_isMarkedWhileItIsAskedFor();
-    void pickedFileOfAnotherName_isDeclined();
-    void renameSheet_showsBothNamesAndOneOrder();
-    void nothingIsCut_data();
-    void nothingIsCut();
 };
-
-void EditPageLookTest::secondSpace_pressesNothing_data()
-{
-    QTest::addColumn<QString>("button"); // none: a refused file
-    for (const char *button : {"tClearButton", "orgButton", ""})
-        QTest::newRow(button) << QString::fromLatin1(button);
-}
 
 void EditPageLookTest::secondSpace_pressesNothing()
 {
-    QFETCH(QString, button);
-    const Editor editor;
-    editor.drop(u"Intro.motn"_s, motionFile());
-    if (button.isEmpty()) {
-        editor.drop(u"movie.mov"_s, "movie");
-    } else {
-        editor.find<QWidget>(button)->setFocus();
+    for (const QString &button : {u"tClearButton"_s, u"orgButton"_s, u"none, a refused file"_s}) {
+        const Editor editor;
+        editor.drop(u"Intro.motn"_s, motionFile());
+        if (button.startsWith(u"none")) {
+            editor.drop(u"movie.mov"_s, "movie");
+        } else {
+            editor.find<QWidget>(button)->setFocus();
+            editor.press(Qt::Key_Space);
+            QVERIFY(!editor.isShown(u"orgButton"_s));
+        }
+        // Coming back from another window chooses nothing either.
+        QWidget other;
+        other.show();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        other.close();
+        editor.find<QWidget>(u"mWindow"_s)->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(editor.find<QWidget>(u"mWindow"_s)));
+        ChangeList changes(editor);
         editor.press(Qt::Key_Space);
-        QVERIFY(!editor.isShown(u"orgButton"_s));
+        QStringList seen = changes.take();
+        seen.removeIf([](const QString &each) { return each.endsWith(u" progressBarT"_s); });
+        QVERIFY2(seen.isEmpty(), qPrintable(button + u": "_s + seen.join(u"; "_s)));
     }
-    // Coming back from another window chooses nothing either.
-    QWidget other;
-    other.show();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
-    other.close();
-    editor.find<QWidget>(u"mWindow"_s)->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(editor.find<QWidget>(u"mWindow"_s)));
-    ChangeList changes(editor);
-    editor.press(Qt::Key_Space);
-    QStringList seen = changes.take();
-    seen.removeIf([](const QString &each) { return each.endsWith(u" progressBarT"_s); });
-    QCOMPARE(seen, QStringList());
-}
-
-void EditPageLookTest::emptyTheme_isWrittenByTheButtonAlone()
-{
-    const Editor editor;
-    const QByteArray file = motionFile().replace("<scene>", "<theme>Old</theme><scene>");
-    editor.drop(u"Intro.motn"_s, file);
-    editor.press(Qt::Key_Return);
-    QCOMPARE(editor.read(u"Intro.motn"_s), file);
-    editor.click(u"setButton"_s);
-    QVERIFY(!editor.read(u"Intro.motn"_s).contains("Old"));
 }
 
 void EditPageLookTest::facts_tellWhoseTheyAre()
@@ -187,73 +162,6 @@ void EditPageLookTest::rateList_isMarkedWhileItIsAskedFor()
             editor.pressKey(u"frPopup"_s, Qt::Key_Down);
         QVERIFY(!editor.asksForRate());
     }
-}
-
-void EditPageLookTest::pickedFileOfAnotherName_isDeclined()
-{
-    const Editor editor;
-    const QString loud = editor.makeFile(u"B.MOTN"_s, motionFile());
-    editor.click(u"oFile"_s);
-    auto *panel = editor.find<QWidget>(u"mWindow"_s)->findChild<QFileDialog *>();
-    panel->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(loud);
-    QTest::keyClick(panel, Qt::Key_Return);
-    QCOMPARE(editor.text(u"emptyHeading"_s), u"That file was not opened"_s);
-    QCOMPARE(editor.text(u"input1"_s), QString());
-}
-
-void EditPageLookTest::renameSheet_showsBothNamesAndOneOrder()
-{
-    const Editor editor;
-    editor.drop(u"a.b.motn"_s, motionFile());
-    editor.click(u"renameButton"_s);
-    QCOMPARE(editor.text(u"presentName"_s) + editor.text(u"presentExtension"_s), u"a.b.motn"_s);
-    QCOMPARE(editor.text(u"keptExtension"_s), u".motn"_s);
-    QTRY_COMPARE(QApplication::activeWindow(), editor.find<QWidget>(u"renameSheet"_s));
-    int left = -1;
-    for (const char *button : {"clearRenameTextField", "cancelRenameTemplate", "renameTemplate"}) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget()->objectName(), QString::fromLatin1(button));
-        QVERIFY(QApplication::focusWidget()->x() > left);
-        left = QApplication::focusWidget()->x();
-    }
-}
-
-void EditPageLookTest::nothingIsCut_data()
-{
-    QTest::addColumn<int>("points");
-    QTest::newRow("usual") << 10;
-    QTest::newRow("large") << 16;
-    QTest::newRow("huge") << 28;
-}
-
-void EditPageLookTest::nothingIsCut()
-{
-    QFETCH(int, points);
-    const QFont usual = QApplication::font();
-    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
-    const Editor editor;
-    QFont font = usual;
-    font.setPointSize(points);
-    QApplication::setFont(font); // while it runs, as a desktop does
-    editor.find<QWidget>(u"mWindow"_s)->resize(1, 1);
-    editor.drop(u"Intro.motn"_s, motionFile());
-    editor.click(u"orgButton"_s);
-    editor.click(u"renameButton"_s);
-    editor.pressKey(u"newTempplateName"_s, Qt::Key_Return);
-    const auto isWhole = [&](const QString &name) {
-        const auto *label = editor.find<QLabel>(name);
-        const QSize lines =
-            label->fontMetrics()
-                .boundingRect(label->contentsRect(), label->wordWrap() ? Qt::TextWordWrap : 0,
-                              label->text())
-                .size();
-        return !label->text().isEmpty() && lines == lines.boundedTo(label->size());
-    };
-    for (const QString &each :
-         {u"typeText"_s, u"wasArchived"_s, u"dateTextField"_s, u"newNameWarning"_s})
-        QTRY_VERIFY2(isWhole(each), qPrintable(each));
-    QVERIFY(editor.find<QLabel>(u"display"_s)->fontMetrics().height() >
-            editor.find<QLabel>(u"theFrames"_s)->fontMetrics().height());
 }
 
 int main(int argc, char *argv[])

@@ -95,7 +95,7 @@ void EditPageTest::changes()
     home.makeFolder(u"Folder"_s);
     home.makeFolder(u"Documents"_s);
     home.makeFile(u"Folder.motn/a"_s);
-    home.makeFile(u"[*]-x.motn"_s, file);
+    home.makeFile(u"[*].x.motn"_s, file);
     home.makeFile(u"Nine.motn"_s, QByteArray(file).replace("300", "297"));
     QVERIFY(QFile::link(u"Glow.motn"_s, home.path(u"Linked.motn"_s)));
     ChangeTable::run(home);
