@@ -17,7 +17,6 @@ private Q_SLOTS:
     void takesDropsOnTheField();
     void cleansWhatIsPasted_data();
     void cleansWhatIsPasted();
-    void bringsNothingBackByUndo();
     void takesOnlyWhatIsSelected();
 };
 
@@ -76,19 +75,6 @@ void InstallIntakeTest::cleansWhatIsPasted()
     program.pressKey(u"input"_s, Qt::Key_Tab);
     QCOMPARE(program.text(u"test"_s), taken.mid(taken.lastIndexOf(u'/') + 1));
     QVERIFY(!program.find<QWidget>(u"input"_s)->hasFocus());
-}
-
-void InstallIntakeTest::bringsNothingBackByUndo()
-{
-    const TestHome home;
-    const RunningProgram program;
-    for (const QString &button : {u"clearButton"_s, u"mSendButton"_s}) {
-        program.dropFiles(u"installHint"_s, {home.makeFolder(u"Glow"_s)});
-        program.type(u"input"_s, u"~/Glimmer"_s);
-        program.click(button);
-        QTest::keySequence(program.find<QWidget>(u"input"_s), QKeySequence::Undo);
-        QCOMPARE(program.text(u"input"_s), QString());
-    }
 }
 
 /// Nothing is selected as the panel opens.

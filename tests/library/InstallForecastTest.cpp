@@ -15,6 +15,7 @@ private Q_SLOTS:
     void countsWhatIsInside();
     void findsPictures();
     void foreseesThePlace();
+    void tellsOfEachInstall();
 };
 
 void InstallForecastTest::countsWhatIsInside()
@@ -75,6 +76,20 @@ void InstallForecastTest::foreseesThePlace()
     QCOMPARE(place(u"Desktop/Titles/Old"_s), Place::Itself);
     QCOMPARE(place(titles + u"/Old/Old"), Place::Itself);
     QCOMPARE(place(titles + u"/Lower/Glow"), Place::Free);
+}
+
+/// To the letter, as the users know it by heart.
+void InstallForecastTest::tellsOfEachInstall()
+{
+    QStringList texts;
+    for (const TemplateCategory &each : TemplateLibrary::categories())
+        texts << each.installedText << each.customInstalledText;
+    QCOMPARE(texts, (QStringList{u"Composition Installed..."_s, u"Composition Installed ..."_s,
+                                 u"Effect Installed ..."_s, u"Effect Installed ..."_s,
+                                 u"Generator Installed ..."_s, u"Generator Installed ..."_s,
+                                 u"Title Installed ..."_s, u"Title Installed ..."_s,
+                                 u"Transition Installed ..."_s, u"Transition Installed ..."_s}));
+    QVERIFY(!TemplateLibrary::category(-1) && !TemplateLibrary::category(5));
 }
 
 int main(int argc, char *argv[])
