@@ -15,7 +15,6 @@ class InstallIntakeTest : public QObject
 
 private Q_SLOTS:
     void takesDropsOnTheField();
-    void cleansWhatIsPasted_data();
     void cleansWhatIsPasted();
     void takesOnlyWhatIsSelected();
 };
@@ -46,35 +45,30 @@ void InstallIntakeTest::takesDropsOnTheField()
         QCOMPARE(drop(host, any), std::pair(Qt::LinkAction, folder));
 }
 
-void InstallIntakeTest::cleansWhatIsPasted_data()
-{
-    QTest::addColumn<QString>("pasted"); // "HOME" stands for the full path of the home
-    QTest::addColumn<QString>("taken");
-    QTest::newRow("quotes and a line end") << u" \"HOME/My Glow\"\n"_s << u"HOME/My Glow"_s;
-    QTest::newRow("single quotes") << u"'~/My Glow'"_s << u"~/My Glow"_s;
-    QTest::newRow("an address") << u"file://localhostHOME/My%20Glow/"_s << u"HOME/My Glow"_s;
-    QTest::newRow("of another machine") << u"file://elsewhere/a"_s << u"file://elsewhere/a"_s;
-    QTest::newRow("a part of a path") << u" copy "_s << u" copy "_s;
-}
-
 /// By keyboard and by menu; then the name follows when the field is left without Return.
 void InstallIntakeTest::cleansWhatIsPasted()
 {
-    QFETCH(QString, pasted);
-    QFETCH(QString, taken);
     const TestHome home;
     const RunningProgram program;
-    taken.replace(u"HOME"_s, home.path());
-    QApplication::clipboard()->setText(pasted.replace(u"HOME"_s, home.path()));
-    program.click(u"input"_s);
-    program.find<QAction>(u"pasteItem"_s)->trigger();
-    QCOMPARE(program.text(u"input"_s), taken);
-    program.type(u"input"_s, QString());
-    QTest::keySequence(program.find<QWidget>(u"input"_s), QKeySequence::Paste);
-    QCOMPARE(program.text(u"input"_s), taken);
-    program.pressKey(u"input"_s, Qt::Key_Tab);
-    QCOMPARE(program.text(u"test"_s), taken.mid(taken.lastIndexOf(u'/') + 1));
-    QVERIFY(!program.find<QWidget>(u"input"_s)->hasFocus());
+    const auto check = [&](const QString &pasted, const QString &taken) {
+        QApplication::clipboard()->setText(pasted);
+        program.click(u"input"_s);
+        program.find<QAction>(u"pasteItem"_s)->trigger();
+        QCOMPARE(program.text(u"input"_s), taken);
+        program.type(u"input"_s, QString());
+        QTest::keySequence(program.find<QWidget>(u"input"_s), QKeySequence::Paste);
+        QCOMPARE(program.text(u"input"_s), taken);
+        program.pressKey(u"input"_s, Qt::Key_Tab);
+        QCOMPARE(program.text(u"test"_s), taken.mid(taken.lastIndexOf(u'/') + 1));
+        QVERIFY(!program.find<QWidget>(u"input"_s)->hasFocus());
+        program.type(u"input"_s, QString());
+    };
+    const QString path = home.path(u"My Glow"_s);
+    check(u" \""_s + path + u"\"\n"_s, path);
+    check(u"'~/My Glow'"_s, u"~/My Glow"_s);
+    check(u"file://localhost"_s + home.path() + u"/My%20Glow/"_s, path);
+    check(u"file://elsewhere/a"_s, u"file://elsewhere/a"_s);
+    check(u" copy "_s, u" copy "_s); // a part of a path
 }
 
 /// Nothing is selected as the panel opens.
