@@ -2,7 +2,8 @@
 
 #include <QProgressBar>
 
-ProgressAnimation::ProgressAnimation(QProgressBar *bar, qint32 &count) : m_bar(bar), m_count(count)
+ProgressAnimation::ProgressAnimation(QProgressBar *bar, qint32 &count)
+    : QObject(bar), m_bar(bar), m_count(count)
 {
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &ProgressAnimation::ticked);

@@ -16,6 +16,7 @@ class ProgressAnimation : public QObject
     Q_DISABLE_COPY_MOVE(ProgressAnimation)
 
 public:
+    /// Lives as long as its bar.
     ProgressAnimation(QProgressBar *bar, qint32 &count);
 
     /// Starts ticking, unless it runs already: then the interval stays too.
