@@ -25,9 +25,6 @@ void MainWindowTest::changes()
     ChangeTable::run(home);
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, MainWindowTest>(argc, argv);
-}
+QTEST_MAIN(MainWindowTest)
 
 #include "MainWindowTest.moc"

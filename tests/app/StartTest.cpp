@@ -51,9 +51,6 @@ void StartTest::endsWithItsWindow()
     QCOMPARE(QApplication::exec(), 0);
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, StartTest>(argc, argv);
-}
+QTEST_MAIN(StartTest)
 
 #include "StartTest.moc"

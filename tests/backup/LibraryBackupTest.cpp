@@ -76,9 +76,6 @@ void LibraryBackupTest::copiesWithoutOtherActions()
     QVERIFY(!program.isShown(u"addButton"_s));
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, LibraryBackupTest>(argc, argv);
-}
+QTEST_MAIN(LibraryBackupTest)
 
 #include "LibraryBackupTest.moc"

@@ -164,9 +164,6 @@ void EditPageLookTest::rateList_isMarkedWhileItIsAskedFor()
     }
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, EditPageLookTest>(argc, argv);
-}
+QTEST_MAIN(EditPageLookTest)
 
 #include "EditPageLookTest.moc"

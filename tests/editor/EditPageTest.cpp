@@ -202,9 +202,6 @@ void EditPageTest::archive_copiesAndNeverOverwrites()
     QCOMPARE(editor.names(u"Glow"_s), (QStringList{copy, u"a.b.motn"_s}));
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, EditPageTest>(argc, argv);
-}
+QTEST_MAIN(EditPageTest)
 
 #include "EditPageTest.moc"

@@ -46,9 +46,6 @@ void HelpBookTest::changes()
     ChangeTable::run(home);
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, HelpBookTest>(argc, argv);
-}
+QTEST_MAIN(HelpBookTest)
 
 #include "HelpBookTest.moc"

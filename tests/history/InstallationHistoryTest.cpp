@@ -121,9 +121,6 @@ void InstallationHistoryTest::keepsWhatIsSelected()
             table->viewport()->height());
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, InstallationHistoryTest>(argc, argv);
-}
+QTEST_MAIN(InstallationHistoryTest)
 
 #include "InstallationHistoryTest.moc"

@@ -118,9 +118,6 @@ void InstallCardTest::showsThePicture()
     QCOMPARE(shown({30000, 3000}), icon);
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, InstallCardTest>(argc, argv);
-}
+QTEST_MAIN(InstallCardTest)
 
 #include "InstallCardTest.moc"

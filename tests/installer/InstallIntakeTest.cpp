@@ -85,9 +85,6 @@ void InstallIntakeTest::takesOnlyWhatIsSelected()
     QCOMPARE(program.text(u"input"_s), QString());
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, InstallIntakeTest>(argc, argv);
-}
+QTEST_MAIN(InstallIntakeTest)
 
 #include "InstallIntakeTest.moc"

@@ -29,9 +29,6 @@ void InstallPageTest::changes()
     ChangeTable::run(home);
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, InstallPageTest>(argc, argv);
-}
+QTEST_MAIN(InstallPageTest)
 
 #include "InstallPageTest.moc"

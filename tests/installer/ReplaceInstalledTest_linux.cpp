@@ -43,9 +43,6 @@ void ReplaceInstalledTest::changesNothingWithoutATrash()
     QCOMPARE(home.snapshot(), before);
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, ReplaceInstalledTest>(argc, argv);
-}
+QTEST_MAIN(ReplaceInstalledTest)
 
 #include "ReplaceInstalledTest_linux.moc"

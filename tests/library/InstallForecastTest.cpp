@@ -92,9 +92,6 @@ void InstallForecastTest::tellsOfEachInstall()
     QVERIFY(!TemplateLibrary::category(-1) && !TemplateLibrary::category(5));
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QCoreApplication, InstallForecastTest>(argc, argv);
-}
+QTEST_GUILESS_MAIN(InstallForecastTest)
 
 #include "InstallForecastTest.moc"

@@ -42,9 +42,6 @@ void NumbersTest::areTheSameUnderEveryLocale()
     QCOMPARE(pixelAspectRatioLabel(u"1.333333333333333"_s), u"HD (960x720),(1440x1080)"_s);
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QCoreApplication, NumbersTest>(argc, argv);
-}
+QTEST_GUILESS_MAIN(NumbersTest)
 
 #include "NumbersTest.moc"

@@ -289,9 +289,6 @@ void ProjectDocumentTest::changes_write()
     QTEST(canonicalContent(rewritten(file, change)), "content");
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QCoreApplication, ProjectDocumentTest>(argc, argv);
-}
+QTEST_GUILESS_MAIN(ProjectDocumentTest)
 
 #include "ProjectDocumentTest.moc"

@@ -165,9 +165,6 @@ void FileTreeTest::oldPartials_goWithTheNextOperation()
     QCOMPARE(home.names(u"outside"_s), {u"file"_s});
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QCoreApplication, FileTreeTest>(argc, argv);
-}
+QTEST_GUILESS_MAIN(FileTreeTest)
 
 #include "FileTreeTest.moc"

@@ -113,9 +113,6 @@ void LinuxFileTreeTest::trash_onOtherFileSystem_isRestorable()
         QDir().rmdir(trash + QLatin1String(folder)); // when nothing else is in it
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QCoreApplication, LinuxFileTreeTest>(argc, argv);
-}
+QTEST_GUILESS_MAIN(LinuxFileTreeTest)
 
 #include "FileTreeTest_linux.moc"

@@ -129,9 +129,6 @@ void WholeFileTest::ownerAndGroup_areKept()
     QVERIFY(!writeWholeFile(path, readWholeFile(path)->version, writeNew));
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QCoreApplication, WholeFileTest>(argc, argv);
-}
+QTEST_GUILESS_MAIN(WholeFileTest)
 
 #include "WholeFileTest.moc"

@@ -97,8 +97,11 @@ void LinuxSettingsStoreTest::unreadableStore_isNotWritten()
 
 int main(int argc, char *argv[])
 {
-    if (argc != 4)
-        return runTest<QCoreApplication, LinuxSettingsStoreTest>(argc, argv);
+    if (argc != 4) {
+        const QCoreApplication application(argc, argv);
+        LinuxSettingsStoreTest test;
+        return QTest::qExec(&test, argc, argv);
+    }
     // The other program.
     keepSettingsIn(QString::fromLocal8Bit(argv[3]));
     for (int number = 0; number < QByteArray(argv[2]).toInt(); ++number) {

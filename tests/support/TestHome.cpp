@@ -9,6 +9,28 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Around every test, from before its application is made: off screen unless QT_QPA_PLATFORM says
+/// otherwise, away from the home, the settings and the notifications of whoever runs it.
+class Surroundings
+{
+public:
+    Surroundings()
+    {
+        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+    }
+
+private:
+    TestHome m_home;
+};
+
+const Surroundings surroundings;
+
+} // namespace
+
 TestHome::TestHome()
 {
     const QByteArray home = m_folder.path().toUtf8();

@@ -34,18 +34,3 @@ private:
 
 /// From now on this process reads and writes its settings in that folder, never in the user's.
 void keepSettingsIn(const QString &folder);
-
-/// The main function of every test: off screen unless QT_QPA_PLATFORM says otherwise, away from
-/// the home, the settings and the notifications of whoever runs it, with `Application`
-/// (QCoreApplication or QApplication) around it.
-template <class Application, class Test>
-int runTest(int argc, char *argv[])
-{
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
-    const TestHome home;
-    Application application(argc, argv);
-    Test test;
-    return QTest::qExec(&test, argc, argv);
-}

@@ -227,9 +227,6 @@ void AccessibilityTest::keepsPlaceholdersLegible()
     }
 }
 
-int main(int argc, char *argv[])
-{
-    return runTest<QApplication, AccessibilityTest>(argc, argv);
-}
+QTEST_MAIN(AccessibilityTest)
 
 #include "AccessibilityTest.moc"
