@@ -11,7 +11,6 @@ SubCategorySheet::SubCategorySheet(QWidget *window) : QDialog(window)
     theLastPathComponent->setRoomFor(tr("Please assign a Folder Path ..."));
     textField->setMinimumWidth(fontMetrics().horizontalAdvance(textField->placeholderText()) +
                                2 * fontMetrics().height());
-    catWarningIcon->setPixmap(warningIcon(*this));
     connect(generateCustomFolder, &QAbstractButton::clicked, this, [this] {
         hide();
         Q_EMIT confirmed();
@@ -53,7 +52,7 @@ FileTree::Item SubCategorySheet::source() const
 void SubCategorySheet::setWarnings(const QStringList &warnings)
 {
     catWarnings->setText(warnings.join(u'\n'));
-    catWarningIcon->setHidden(warnings.isEmpty());
+    showWarningIcon(catWarningIcon, !warnings.isEmpty());
     // A label that wraps asks for no more height than that of one line.
     resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
 }

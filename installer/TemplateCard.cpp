@@ -28,7 +28,7 @@ void TemplateCard::fitFont()
         each->setFont(headingFont());
     setMinimumSize(besideText(*this, 340), besideText(*this, 190));
     installHintIcon->setPixmap(pictureBesideText(*this, QIcon(u":/icons/library-64.png"_s), 64));
-    cardWarningIcon->setPixmap(warningIcon(*this));
+    showWarningIcon(cardWarningIcon, !cardWarnings->text().isEmpty());
 }
 
 void TemplateCard::changeEvent(QEvent *event)
@@ -59,7 +59,7 @@ void TemplateCard::showTemplate(const Contents &contents)
     cardPlace->setText(contents.place);
     cardPlaceIcon->setPixmap(pictureBesideText(*this, contents.placeIcon, 16));
     cardWarnings->setText(contents.warnings.join(u'\n'));
-    cardWarningIcon->setHidden(contents.warnings.isEmpty());
+    showWarningIcon(cardWarningIcon, !contents.warnings.isEmpty());
     libraryButton->setVisible(contents.offersLibrary);
     cardPages->setCurrentWidget(templatePage);
     setFilled(true);

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
+#include <QLabel>
 #include <QPalette>
 #include <QStyle>
 #include <QWidget>
@@ -112,10 +113,13 @@ void growIcon(QAbstractButton *button, int pixels)
     button->setIconSize(QSize(1, 1) * besideText(*button, pixels));
 }
 
-QPixmap warningIcon(const QWidget &widget)
+void showWarningIcon(QLabel *label, bool isShown)
 {
-    const QIcon icon = widget.style()->standardIcon(QStyle::SP_MessageBoxWarning);
-    return pictureBesideText(widget, icon, 20);
+    label->setVisible(isShown);
+    if (isShown) {
+        const QIcon icon = label->style()->standardIcon(QStyle::SP_MessageBoxWarning);
+        label->setPixmap(pictureBesideText(*label, icon, 20));
+    }
 }
 
 void keepPlaceholdersLegible(QObject *owner)

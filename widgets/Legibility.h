@@ -4,6 +4,7 @@
 #include <QIcon>
 
 class QAbstractButton;
+class QLabel;
 class QObject;
 class QWidget;
 
@@ -20,8 +21,9 @@ QPixmap pictureBesideText(const QWidget &widget, const QIcon &icon, int pixels);
 /// text.
 void growIcon(QAbstractButton *button, int pixels);
 
-/// The icon before a warning in a text of this widget's.
-QPixmap warningIcon(const QWidget &widget);
+/// Shows a warning's icon in a label before its text, or none. The first look for it goes through
+/// the desktop's icons, which takes its time: not at a start.
+void showWarningIcon(QLabel *label, bool isShown);
 
 /// While the owner lives, placeholders stand out from what they stand on at 4.5 to 1, whatever the
 /// desktop's colours are.

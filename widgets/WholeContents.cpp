@@ -13,9 +13,11 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        const bool isResize = event->type() == QEvent::Resize || event->type() == QEvent::Show;
+        const bool mayCut = event->type() == QEvent::Resize || event->type() == QEvent::Show ||
+                            event->type() == QEvent::LayoutRequest;
+        // Not before it is shown: to lay out its texts takes its time, at a start above all.
         if (auto *window = qobject_cast<QWidget *>(watched);
-            window && (isResize || event->type() == QEvent::LayoutRequest)) {
+            window && mayCut && window->isVisible()) {
             window->setMinimumHeight(window->layout()->totalMinimumHeightForWidth(window->width()));
         }
         return QObject::eventFilter(watched, event);
