@@ -60,7 +60,8 @@ class Desktop:
         return wait_for(f"'{name}' in '{window.name}'", lambda: window.find("list item", name))
 
     def area(self):
-        main = next(each for each in self.screen.windows() if each.name == "Brimvale")
+        main = wait_for("the program's window", lambda: next(
+            (each for each in self.screen.windows() if each.name == "Brimvale"), None))
         return self.screen.find(main, "layered pane", None)
 
     def install_out_of_the_file_manager(self):

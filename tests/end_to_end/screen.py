@@ -11,7 +11,8 @@ _VALUE = "org.a11y.atspi.Value"
 
 
 class Node:
-    """One element of the accessibility tree. Its properties are asked for one by one: Qt 6.4 cannot answer for all."""
+    """One element of the accessibility tree, which is asked for its properties one by one: Qt 6.4 cannot answer for all. A
+    GLib.Error says that it is gone."""
 
     ACTIVE, CHECKED, ENABLED, FOCUSED, SHOWING = 1, 4, 8, 12, 25
 
@@ -65,19 +66,13 @@ class Node:
                 yield from child.showing()
 
     def find(self, role, name=None):
-        """The first such element on screen; None where there is none, or where the window changes just now."""
-        try:
-            return next((each for each in self.showing() if each.role == role and name in (None, each.name)), None)
-        except GLib.Error:
-            return None
+        """The first such element on screen; None where there is none."""
+        return next((each for each in self.showing() if each.role == role and name in (None, each.name)), None)
 
     def value_of(self, caption):
         """What a screen reader reads behind a caption: the label that follows it. None where the caption is not."""
-        try:
-            labels = [each for each in self.showing() if each.role == "label"]
-            return next((following.name for label, following in zip(labels, labels[1:]) if label.name == caption), None)
-        except GLib.Error:
-            return None
+        labels = [each for each in self.showing() if each.role == "label"]
+        return next((following.name for label, following in zip(labels, labels[1:]) if label.name == caption), None)
 
     def says(self, text):
         """Whether a label on screen has this text."""
@@ -96,11 +91,7 @@ class Screen:
     # Eyes
 
     def windows(self):
-        try:
-            return [window for program in self._desktop.children for window in program.children
-                    if window.has(Node.SHOWING)]
-        except GLib.Error:
-            return []
+        return [window for program in self._desktop.children for window in program.children if window.has(Node.SHOWING)]
 
     def window(self, title):
         """The window of that title, once it is in front and rests."""

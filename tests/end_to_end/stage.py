@@ -18,14 +18,19 @@ class Failure(Exception):
 
 
 def wait_for(what, probe, seconds=20):
-    """What `probe` answers, as soon as it is something; a Failure that names `what` when it stays nothing."""
+    """What `probe` answers, as soon as it is something; a Failure that names `what` when it stays nothing. An element that
+    goes while it is asked is nothing: windows come and go at their own pace."""
     deadline = time.monotonic() + seconds
     while True:
-        answer = probe()
-        if answer:
-            return answer
+        fault = ""
+        try:
+            answer = probe()
+            if answer:
+                return answer
+        except GLib.Error as error:
+            fault = f": {error.message}"
         if time.monotonic() > deadline:
-            raise Failure(f"{what}: waited {seconds} seconds for it in vain")
+            raise Failure(f"{what}: waited {seconds} seconds for it in vain{fault}")
         time.sleep(0.02)
 
 
