@@ -123,6 +123,21 @@ Outcome moveAcrossFileSystems(const Place &source, const Place &destination,
     return {};
 }
 
+enum class IfThere { Refuse, Take };
+
+Outcome create(const QString &path, IfThere ifThere)
+{
+    const QString expanded = Path::expandingTilde(path);
+    const auto item = open({Path::withoutLastComponent(expanded), Path::lastComponent(expanded)});
+    if (!item)
+        return Failure{item.reason()};
+    const Place &place = item->place;
+    if (::mkdirat(place.folder, place.name.constData(), 0777) != 0 &&
+        (errno != EEXIST || ifThere == IfThere::Refuse))
+        return outcome(u"cannot create "_s + expanded, errno);
+    return outcome(u"cannot flush the folder of "_s + expanded, Native::flushFile(place.folder));
+}
+
 } // namespace
 
 Failure Native::failure(const QString &what, int error)
@@ -146,12 +161,15 @@ bool exists(const QString &path)
 
 Outcome createFolder(const QString &path)
 {
-    const QString expanded = Path::expandingTilde(path);
-    const auto item = open({Path::withoutLastComponent(expanded), Path::lastComponent(expanded)});
-    if (!item)
-        return Failure{item.reason()};
-    const int error = ::mkdirat(item->place.folder, item->place.name.constData(), 0777);
-    return outcome(u"cannot create "_s + expanded, error == 0 ? 0 : errno);
+    return create(path, IfThere::Refuse);
+}
+
+Outcome createFolders(const QString &path)
+{
+    if (exists(path))
+        return {};
+    const Outcome above = createFolders(Path::withoutLastComponent(path));
+    return above ? create(path, IfThere::Take) : above;
 }
 
 Outcome move(const Item &source, const Item &destination, const ProgressHandler &progress)

@@ -36,8 +36,12 @@ Item itemAt(const QString &path);
 /// Whether a file or folder is there; a symbolic link counts as what it leads to.
 bool exists(const QString &path);
 
-/// Makes one folder inside an existing one; refused like an item.
+/// Makes one folder inside an existing one; its name is on the disk when this ends. Refused like an
+/// item.
 Outcome createFolder(const QString &path);
+
+/// Makes a folder and those above it, as far as they are not there. An absolute path.
+Outcome createFolders(const QString &path);
 
 /// One rename within a file system, whatever the tree's size. Across file systems the copy is
 /// whole and on the disk before it gets its name, and has its name before the source goes, fifos,

@@ -1,5 +1,6 @@
 #include "SettingsLock.h"
 #include "SettingsStore.h"
+#include "platform/FileTree.h"
 #include "platform/WholeFile.h"
 
 #include <QDir>
@@ -102,8 +103,8 @@ Outcome change(const std::function<Result<QByteArray>(const QByteArray &)> &newT
 {
     const QString path = Stored().fileName();
     const QString folder = QFileInfo(path).path();
-    if (!QDir().mkpath(folder))
-        return Failure{u"cannot make "_s + folder};
+    if (const Outcome made = FileTree::createFolders(folder); !made)
+        return made;
     const SettingsLock lock(folder);
     const Result<WholeFile> file = readWholeFile(path);
     if (!file)
