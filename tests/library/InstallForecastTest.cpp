@@ -1,95 +1,82 @@
 #include "library/InstallForecast.h"
 
 #include "platform/Path.h"
+#include "tests/support/DiskSteps.h"
 #include "tests/support/LibraryHome.h"
-
-#include <QFile>
+#include "tests/support/TableRows.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QString contents(const QString &path, int most, bool isCancelled)
+{
+    ReadingLimits limits;
+    limits.items = most;
+    const TemplateFolder folder = readTemplateFolder(
+        path, [=] { return isCancelled; }, limits);
+    const QStringList kinds = {u"missing"_s, u"file"_s, contentsText(folder)};
+    return kinds[static_cast<int>(folder.kind)];
+}
+
+QString pictures(const QString &path)
+{
+    QStringList names;
+    for (const QString &picture : readTemplateFolder(path).pictures)
+        names << Path::lastComponent(picture);
+    return names.join(u' ');
+}
+
+InstallForecast forecast(const QString &path, const QString &subCategory)
+{
+    return forecastInstall({Path::withoutLastComponent(path), Path::lastComponent(path)},
+                           *TemplateLibrary::category(3), subCategory, readTemplateFolder(path),
+                           true);
+}
+
+QString installedTexts(int row)
+{
+    const TemplateCategory *category = TemplateLibrary::category(row);
+    return category ? category->installedText + u" / " + category->customInstalledText : u"none"_s;
+}
+
+} // namespace
 
 class InstallForecastTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void countsWhatIsInside();
-    void findsPictures();
-    void foreseesThePlace();
-    void tellsOfEachInstall();
+    void rows_data() { addTableRows({u"library/InstallForecast.table"_s}); }
+    void rows();
 };
 
-void InstallForecastTest::countsWhatIsInside()
+void InstallForecastTest::rows()
 {
-    const auto told = [](const QStringList &files, int most = 9) {
-        const LibraryHome home;
-        for (const QString &each : files)
-            home.makeFile(u"Shine/"_s + each); // seven bytes
-        // A link leads out of the template: what is there does not move with it.
-        if (most == 9)
-            std::ignore = QFile::link(home.path(u"Movies"_s), home.path(u"Shine/link"_s));
-        ReadingLimits limits;
-        limits.items = most;
-        return contentsText(readTemplateFolder(home.path(u"Shine"_s), {}, limits));
-    };
-    QCOMPARE(told({u"a.moti"_s}), u"1 Title, 7 bytes"_s);
-    QCOMPARE(told({u"a.motr"_s, u"b/c/d.motr"_s, u".e.motn"_s, u"f.MOTN"_s}),
-             u"2 Transitions, 1 Composition or Generator, 28 bytes"_s);
-    QCOMPARE(told({u"a.txt"_s}), u"No Motion file, 7 bytes"_s);
-    QCOMPARE(told({u"a.moef"_s, u"b.moef"_s}, 1), u"1 Effect, 7 bytes or more"_s);
-}
-
-void InstallForecastTest::findsPictures()
-{
-    const TestHome home;
-    const QString folder = home.makeFolder(u"Glow"_s);
-    home.makeFile(u"Glow/small.png"_s);
-    QCOMPARE(readTemplateFolder(folder).pictures, QStringList{folder + u"/small.png"});
-    home.makeFile(u"Glow/large.png"_s);
-    QCOMPARE(readTemplateFolder(folder).pictures.constFirst(), folder + u"/large.png");
-    QFile large(folder + u"/large.png");
-    QVERIFY(large.resize(20'000'001));
-    QCOMPARE(readTemplateFolder(folder).pictures.size(), 1);
-    QVERIFY(large.remove() && QFile::link(u"small.png"_s, large.fileName()));
-    QCOMPARE(readTemplateFolder(folder).pictures.size(), 1);
-}
-
-void InstallForecastTest::foreseesThePlace()
-{
-    using Place = InstallForecast::Place;
+    QFETCH(const QByteArrayList, row);
     const LibraryHome home;
-    const QString titles = LibraryHome::titles();
-    home.makeFolder(titles + u"/Lower/Glow");
-    QVERIFY(QFile::link(home.path(titles), home.path(u"Desktop/Titles"_s)));
-    QVERIFY(QFile::link(u"nowhere"_s, home.path(titles + u"/Dangling")));
-    const auto place = [&](const QString &path, const QString &subCategory = {}) {
-        const QString whole = path.isEmpty() ? path : home.path(path);
-        return forecastInstall({Path::withoutLastComponent(whole), Path::lastComponent(whole)},
-                               *TemplateLibrary::category(3), subCategory, {}, true)
-            .place;
-    };
-    QCOMPARE(place({}), Place::Free);
-    QCOMPARE(place(u"Desktop/Glow"_s), Place::Free);
-    QCOMPARE(place(u"Desktop/Glow"_s, u"Lower"_s), Place::Taken);
-    QCOMPARE(place(u"Desktop/Old"_s), Place::Taken);
-    QCOMPARE(place(u"Desktop/Dangling"_s), Place::Taken);
-    QCOMPARE(place(titles + u"/Old"), Place::Itself);
-    QCOMPARE(place(u"Desktop/Titles/Old"_s), Place::Itself);
-    QCOMPARE(place(titles + u"/Old/Old"), Place::Itself);
-    QCOMPARE(place(titles + u"/Lower/Glow"), Place::Free);
-}
-
-/// To the letter, as the users know it by heart.
-void InstallForecastTest::tellsOfEachInstall()
-{
-    QStringList texts;
-    for (const TemplateCategory &each : TemplateLibrary::categories())
-        texts << each.installedText << each.customInstalledText;
-    QCOMPARE(texts, (QStringList{u"Composition Installed..."_s, u"Composition Installed ..."_s,
-                                 u"Effect Installed ..."_s, u"Effect Installed ..."_s,
-                                 u"Generator Installed ..."_s, u"Generator Installed ..."_s,
-                                 u"Title Installed ..."_s, u"Title Installed ..."_s,
-                                 u"Transition Installed ..."_s, u"Transition Installed ..."_s}));
-    QVERIFY(!TemplateLibrary::category(-1) && !TemplateLibrary::category(5));
+    prepareDisk(home, row[0]);
+    const QStringList action = words(row[1]);
+    const QString path = action.size() > 1 ? home.path(action.last()) : QString();
+    QString result;
+    if (action[0] == u"contents")
+        result = contents(path, 9, false);
+    else if (action[0] == u"most")
+        result = contents(path, action[1].toInt(), false);
+    else if (action[0] == u"cancelled")
+        result = contents(path, 9, true);
+    else if (action[0] == u"pictures")
+        result = pictures(path);
+    else if (action[0] == u"warnings")
+        result = forecast(path, {}).warnings.join(u' ');
+    else if (action[0] == u"installed")
+        result = installedTexts(action[1].toInt());
+    else {
+        const QStringList places = {u"free"_s, u"taken"_s, u"itself"_s, u"missing"_s};
+        const QString whole = action.size() > 1 ? home.path(action[1]) : QString();
+        result = places[static_cast<int>(forecast(whole, action.value(2)).place)];
+    }
+    QCOMPARE(result, QString::fromUtf8(row[2]));
 }
 
 QTEST_GUILESS_MAIN(InstallForecastTest)
