@@ -1,24 +1,23 @@
 """What a user has: eyes (the accessibility tree, pictures), a mouse and a keyboard."""
 
+import mmap
+from itertools import pairwise
+
 from gi.repository import GLib
 
-from stage import PIXELS_PER_POINT, connect_to_bus, wait_for
+from stage import PIXELS_PER_POINT, SCREEN_SIZE, connect_to_bus, wait_for, wait_for_rest
 
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
-_COMPONENT = "org.a11y.atspi.Component"
-_TEXT = "org.a11y.atspi.Text"
-_VALUE = "org.a11y.atspi.Value"
 
 
 class Node:
     """One element of the accessibility tree, which is asked for its properties one by one: Qt 6.4 cannot answer for all. A
     GLib.Error says that it is gone."""
 
-    ACTIVE, CHECKED, ENABLED, FOCUSED, SHOWING = 1, 4, 8, 12, 25
+    ACTIVE, CHECKED, ENABLED, SHOWING = 1, 4, 8, 25
 
     def __init__(self, bus, address):
-        self._bus = bus
-        self._address = address
+        self._bus, self._address = bus, address
 
     def _call(self, interface, method, signature=None, *arguments):
         parameters = GLib.Variant(signature, arguments) if signature else None
@@ -38,12 +37,12 @@ class Node:
     @property
     def value(self):
         """Of a progress bar."""
-        return self._property(_VALUE, "CurrentValue")
+        return self._property("org.a11y.atspi.Value", "CurrentValue")
 
     @property
     def text(self):
         """Of a text field."""
-        return self._call(_TEXT, "GetText", "(ii)", 0, -1)
+        return self._call("org.a11y.atspi.Text", "GetText", "(ii)", 0, -1)
 
     @property
     def children(self):
@@ -56,7 +55,8 @@ class Node:
     @property
     def rectangle(self):
         """x, y, width and height, in pixels of the screen."""
-        return tuple(PIXELS_PER_POINT * each for each in self._call(_COMPONENT, "GetExtents", "(u)", 0))
+        extents = self._call("org.a11y.atspi.Component", "GetExtents", "(u)", 0)
+        return tuple(PIXELS_PER_POINT * each for each in extents)
 
     def showing(self):
         """The element and everything in it that is on screen, from the outside in."""
@@ -65,28 +65,29 @@ class Node:
             for child in self.children:
                 yield from child.showing()
 
+    def all(self, role):
+        return (each for each in self.showing() if each.role == role)
+
     def find(self, role, name=None):
         """The first such element on screen; None where there is none."""
-        return next((each for each in self.showing() if each.role == role and name in (None, each.name)), None)
+        return next((each for each in self.all(role) if name in (None, each.name)), None)
 
-    def value_of(self, caption):
-        """What a screen reader reads behind a caption: the label that follows it. None where the caption is not."""
-        labels = [each for each in self.showing() if each.role == "label"]
-        return next((following.name for label, following in zip(labels, labels[1:]) if label.name == caption), None)
+    def labels(self):
+        return [each.name for each in self.all("label")]
 
-    def says(self, text):
-        """Whether a label on screen has this text."""
-        return self.find("label", text) is not None
+    def facts(self):
+        """What a screen reader reads behind a caption: the label that follows it."""
+        return dict(pairwise(self.labels()))
 
 
 class Screen:
     def __init__(self, stage):
         self._stage = stage
-        session = connect_to_bus(stage.environment["DBUS_SESSION_BUS_ADDRESS"])
-        address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress",
-                                    None, None, 0, 20_000, None).unpack()[0]
-        self._bus = connect_to_bus(address)
-        self._desktop = Node(self._bus, ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"))
+        address = stage.bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress",
+                                      None, None, 0, 20_000, None).unpack()[0]
+        self._desktop = Node(connect_to_bus(address), ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"))
+        with open(stage.screen_file, "rb") as file:
+            self._memory = mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ)
 
     # Eyes
 
@@ -94,40 +95,32 @@ class Screen:
         return [window for program in self._desktop.children for window in program.children if window.has(Node.SHOWING)]
 
     def window(self, title):
-        """The window of that title, once it is in front and rests."""
+        """The window of that title, once it is in front and stays where it is: it comes up before it is moved there."""
         def in_front():
             return next((each for each in self.windows() if each.name == title and each.has(Node.ACTIVE)), None)
         window = wait_for(f"a window titled '{title}' in front", in_front)
-        self._rest(window)
+        wait_for_rest(f"the window '{title}'", lambda: window.rectangle)
         return window
 
     def wait_until_gone(self, title):
         wait_for(f"the window '{title}' goes", lambda: title not in [each.name for each in self.windows()])
 
-    def find(self, window, role, name):
-        return wait_for(f"the {role} '{name or ''}' in '{window.name}'", lambda: window.find(role, name))
+    def find(self, window, role, name=None):
+        return wait_for(f"the {role} '{name or ''}'", lambda: window.find(role, name))
 
     def picture(self, window, path):
         """A picture of the window, and of what is in front of it, once it rests; the mouse is out of the way."""
         self._stage.run("xdotool", "mousemove", "0", "0")
+        wait_for_rest("the picture", lambda: self._pixels(*window.rectangle), times=10)
         number = self._stage.run("xdotool", "search", "--onlyvisible", "--name", f"^{window.name}$").strip()
-        seen = [b""]
+        self._stage.run("import", "-screen", "-window", number, path)
 
-        def rests():
-            self._stage.run("import", "-screen", "-window", number, path)
-            seen.append(path.read_bytes())
-            return seen[-1] == seen[-2]
-        wait_for(f"the picture of '{window.name}' rests", rests)
-
-    @staticmethod
-    def _rest(node):
-        """Waits until the node stays where it is: a window comes up before it is moved to its place."""
-        seen = []
-
-        def rests():
-            seen.append(node.rectangle)
-            return len(seen) > 2 and seen[-1] == seen[-2] == seen[-3]
-        wait_for(f"'{node.name}' rests", rests)
+    def _pixels(self, left, top, width, height):
+        """Blue, green, red and nothing, row by row."""
+        across, down = SCREEN_SIZE
+        first = len(self._memory) - 4 * across * down  # they are the end of the file
+        rows = (first + 4 * (across * row + left) for row in range(top, top + height))
+        return b"".join(self._memory[row:row + 4 * width] for row in rows)
 
     # Hands
 
@@ -142,55 +135,35 @@ class Screen:
         """Clicks a control, once it can be used."""
         node = self.find(window, role, name)
         wait_for(f"the {role} '{name}' can be used", lambda: node.has(Node.ENABLED))
-        self._rest(node)
         self._stage.run("xdotool", "mousemove", *self._middle(node), "click", "1")
 
     def choose_file(self, title, path):
         """Types a path into a file chooser and confirms it."""
-        chooser = self.window(title)
-        field = self.find(chooser, "text", None)
+        field = self.find(self.window(title), "text")
         self.press("ctrl+a")
         self.type(str(path))
         wait_for("the file chooser's field takes the path", lambda: field.text == str(path))
         self.press("Return")
         self.wait_until_gone(title)
 
-    def drag(self, source_program, files, target):
-        """Drags files out of another program's window and drops them on a node. Answers what that program was told that
-        the drop did."""
-        before = len(self._stage.log(source_program))
-        source = self._stage.start(source_program, *files)
-
-        def said(what):
-            lines = self._stage.log(source_program)[before:].splitlines()
-            return next((line.split()[1] for line in reversed(lines) if line.startswith(what)), None)
-        handle = wait_for("the drag source", lambda: next(
-            (each for each in self.windows() if each.name == "Drag me"), None))
-        self._rest(handle)
-        self.carry(handle, target, lambda: said("offered") not in (None, "nothing"))
-        action = wait_for("the drop", lambda: said("done"))
-        wait_for("the drag source ends", lambda: source.poll() is not None)
-        return action
-
-    def carry(self, handle, target, is_welcome=None):
-        """Takes a node with the mouse and drops it on another, once that welcomes it; without a word from the source:
-        once the target looks it."""
+    def carry(self, node, target):
+        """Takes an element with the mouse and drops it on another, once that looks as if it takes it."""
         x, y = self._middle(target)
-        shot = self._stage.folder / "target.ppm"
 
-        def looks():
+        def look():
             left, top, width, height = target.rectangle
-            self._stage.run("import", "-window", "root", "-crop", f"{width // 3}x{height // 3}+{left}+{top}", shot)
-            return shot.read_bytes()
-        before = looks()
-        self._stage.run("xdotool", "mousemove", *self._middle(handle), "mousedown", "1")
-        # A hand moves all the way and does not jump: the last steps are over the target.
-        for step in (60, 40, 20, 0):
-            self._stage.run("xdotool", "mousemove", x - step, y - step)
-        wait_for("the window accepts what is dragged over it", is_welcome or (lambda: looks() != before))
+            return self._pixels(left + width // 20, top + height // 10, 8, 8)
+        before = wait_for_rest("the target", look, times=10)
+        self._stage.run("xdotool", "mousemove", *self._middle(node), "mousedown", "1")
+
+        def takes_it():
+            # A hand moves all the way and does not jump: the last steps are over the target.
+            self._stage.run("xdotool", "mousemove", x - 20, y - 20, "mousemove", x, y)
+            return look() != before
+        wait_for("the target looks as if it takes what is dragged over it", takes_it)
         self._stage.run("xdotool", "mouseup", "1")
 
     @staticmethod
     def _middle(node):
-        x, y, width, height = node.rectangle
+        x, y, width, height = wait_for_rest("the element", lambda: node.rectangle)
         return x + width // 2, y + height // 2

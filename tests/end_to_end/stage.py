@@ -1,16 +1,18 @@
 """A stage for programs with windows: a virtual display with a window manager, buses and a home of their own."""
 
+import contextlib
 import os
+import re
 import shutil
 import subprocess
 import tempfile
-import threading
 import time
 from pathlib import Path
 
 from gi.repository import Gio, GLib
 
 PIXELS_PER_POINT = 2
+SCREEN_SIZE = (3600, 1800)
 
 
 class Failure(Exception):
@@ -34,6 +36,19 @@ def wait_for(what, probe, seconds=20):
         time.sleep(0.02)
 
 
+def wait_for_rest(what, probe, times=3):
+    """What `probe` answers, once it answers the same so many times in a row."""
+    last, count = None, 0
+
+    def rests():
+        nonlocal last, count
+        answer = probe()
+        count = count + 1 if answer == last else 1
+        last = answer
+        return answer if count >= times else None
+    return wait_for(f"{what} rests", rests)
+
+
 def connect_to_bus(address):
     flags = Gio.DBusConnectionFlags
     return Gio.DBusConnection.new_for_address_sync(
@@ -41,11 +56,12 @@ def connect_to_bus(address):
 
 
 class Stage:
-    """Set up by `with`; struck, with every process that was started on it, when the block is left."""
+    """Stands after set_up(), and until strike(), which also ends every process that was started on it."""
 
-    def __init__(self, palette="light"):
+    def __init__(self, palette):
         self.palette = palette
         self.folder = Path(tempfile.mkdtemp(prefix="brimvale-tour-"))
+        self.screen_file = self.folder / "Xvfb_screen0"
         self.processes = []
         try:
             # A short name where it is free, as the pictures show it.
@@ -55,42 +71,7 @@ class Stage:
             self.home = self.folder / "ada"
             self.home.mkdir()
 
-    def __enter__(self):
-        try:
-            self._set_up()
-        except BaseException:
-            self.__exit__()
-            raise
-        return self
-
-    def __exit__(self, *_):
-        for process in reversed(self.processes):
-            process.terminate()
-            try:
-                process.wait(5)
-            except subprocess.TimeoutExpired:
-                process.kill()
-                process.wait()
-        shutil.rmtree(self.home, ignore_errors=True)
-        shutil.rmtree(self.folder, ignore_errors=True)
-
-    def start(self, *command, pass_fds=()):
-        """Starts a program on the stage; log() reads what it says."""
-        command = [str(part) for part in command]
-        with open(self._log_file(command[0]), "ab") as log:
-            process = subprocess.Popen(command, env=self.environment, cwd=self.home, pass_fds=pass_fds,
-                                       stdin=subprocess.DEVNULL, stdout=log, stderr=log)
-        self.processes.append(process)
-        return process
-
-    def log(self, program):
-        file = self._log_file(program)
-        return file.read_text(errors="replace") if file.exists() else ""
-
-    def _log_file(self, program):
-        return self.folder / (Path(program).name + ".log")
-
-    def _set_up(self):
+    def set_up(self):
         runtime = self.folder / "runtime"
         runtime.mkdir(mode=0o700)
         # Nothing of the desktop that this may run on: no theme, no language, no settings.
@@ -105,29 +86,52 @@ class Stage:
             "QT_SCALE_FACTOR": str(PIXELS_PER_POINT),
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
         }
+        beside = Path(__file__).parent
+        (self.home / ".config").mkdir()
         if self.palette == "dark":
             # Qt takes its colours from the one desktop that writes them into a file.
-            self.environment |= {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}
-            (self.home / ".config").mkdir()
-            shutil.copy(Path(__file__).with_name("kdeglobals"), self.home / ".config")
+            self.environment |= {"QT_QPA_PLATFORMTHEME": "kde", "KDE_SESSION_VERSION": "5"}
+            shutil.copy(beside / "kdeglobals", self.home / ".config")
         self.environment["DISPLAY"] = ":" + self._start_answering(
-            "Xvfb", "-displayfd", "{}", "-screen", "0", "2400x1800x24", "-nolisten", "tcp")
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_answering(
-            "dbus-daemon", "--session", "--nofork", "--print-address={}")
+            r"\d+", "Xvfb", "-displayfd", "1", "-screen", "0", "{}x{}x24".format(*SCREEN_SIZE), "-nolisten", "tcp",
+            "-fbdir", self.folder)
+        address = self._start_answering("unix:.*", "dbus-daemon", "--session", "--nofork", "--print-address=1")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        self.bus = connect_to_bus(address)
         managed = self.folder / "managed"
-        self.start("openbox", "--config-file", Path(__file__).with_name("openbox.xml"), "--startup", f"touch {managed}")
+        self.start("openbox", "--config-file", beside / "openbox.xml", "--startup", f"touch {managed}")
         wait_for("a window manager", managed.exists)
+        self.start("dunst", "-conf", beside / "dunstrc")
 
-    def _start_answering(self, *command):
-        """Starts a program that writes one line to a descriptor of ours once it is ready, and answers the line."""
-        ours, theirs = os.pipe()
-        self.start(*(part.format(theirs) for part in command), pass_fds=(theirs,))
-        os.close(theirs)
-        with open(ours) as answer:
-            line = answer.readline().strip()
-        if not line:
-            raise Failure(f"{command[0]} does not start: {self.log(command[0])}")
-        return line
+    def strike(self):
+        for process in reversed(self.processes):
+            process.terminate()
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                process.wait(5)
+            process.kill()
+            process.wait()
+        shutil.rmtree(self.home, ignore_errors=True)
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def start(self, *command):
+        """Starts a program on the stage; log() reads what it says."""
+        command = [str(part) for part in command]
+        with open(self._log_file(command[0]), "ab") as log:
+            process = subprocess.Popen(command, env=self.environment, cwd=self.home,
+                                       stdin=subprocess.DEVNULL, stdout=log, stderr=log)
+        self.processes.append(process)
+        return process
+
+    def log(self, program):
+        return self._log_file(program).read_text(errors="replace")
+
+    def _log_file(self, program):
+        return self.folder / f"{Path(program).name}.log"
+
+    def _start_answering(self, pattern, *command):
+        """Starts a program that says a line once it is ready, and answers the line."""
+        self.start(*command)
+        return wait_for(f"{command[0]} is ready", lambda: re.search(f"^{pattern}\n", self.log(command[0]), re.M))[0].strip()
 
     def run(self, *command):
         """Runs a program on the stage to its end and answers what it printed."""
@@ -137,35 +141,8 @@ class Stage:
             raise Failure(f"{' '.join(map(str, command))}: {done.stderr.strip()}")
         return done.stdout
 
-
-class NotificationService:
-    """The desktop's notification service of a bus: keeps what it is told to show, in pairs of title and text."""
-
-    _INTERFACE = """
-        <node><interface name="org.freedesktop.Notifications"><method name="Notify">
-          <arg type="s" direction="in"/><arg type="u" direction="in"/><arg type="s" direction="in"/>
-          <arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="as" direction="in"/>
-          <arg type="a{sv}" direction="in"/><arg type="i" direction="in"/><arg type="u" direction="out"/>
-        </method></interface></node>"""
-
-    def __init__(self, bus_address):
-        self.shown = []
-        self._ready = threading.Event()
-        threading.Thread(target=self._serve, args=(bus_address,), daemon=True).start()
-        if not self._ready.wait(10):
-            raise Failure("the notification service does not start")
-
-    def _serve(self, bus_address):
-        context = GLib.MainContext.new()
-        context.push_thread_default()
-        bus = connect_to_bus(bus_address)
-        interface = Gio.DBusNodeInfo.new_for_xml(self._INTERFACE).interfaces[0]
-        bus.register_object("/org/freedesktop/Notifications", interface, self._notify, None, None)
-        Gio.bus_own_name_on_connection(bus, interface.name, Gio.BusNameOwnerFlags.NONE,
-                                       lambda *_: self._ready.set(), None)
-        GLib.MainLoop.new(context, False).run()
-
-    def _notify(self, _bus, _sender, _path, _interface, _method, arguments, invocation):
-        _program, _replaces, _icon, title, text, _actions, _hints, _timeout = arguments.unpack()
-        self.shown.append((title, text))
-        invocation.return_value(GLib.Variant("(u)", (len(self.shown),)))
+    def notifications(self):
+        """Title and text of what the notification daemon has shown, the newest first."""
+        shown = self.bus.call_sync("org.freedesktop.Notifications", "/org/freedesktop/Notifications",
+                                   "org.dunstproject.cmd0", "NotificationListHistory", None, None, 0, 10_000, None)
+        return [(each["summary"], each["body"]) for each in shown.unpack()[0]]

@@ -1,11 +1,14 @@
-"""Drives the program through its main jobs as a user does: mouse, keyboard and drops, on a stage of its own.
+"""Drives the program through its main jobs as a user does: mouse, keyboard and drops, on a stage of its own, among the
+programs of a real desktop: a file manager, a notification daemon, the trash.
 
 Every step checks what came of it: on screen as a screen reader sees it, on disk, in the settings, with the desktop.
 """
 
 import argparse
 import re
+import shutil
 import sys
+import tempfile
 import time
 from pathlib import Path
 
@@ -13,8 +16,10 @@ sys.dont_write_bytecode = True  # the tour leaves nothing in the sources
 
 from pictures import Album  # noqa: E402
 from screen import Node, Screen  # noqa: E402
-from stage import Failure, NotificationService, Stage, wait_for  # noqa: E402
+from stage import Failure, Stage, wait_for  # noqa: E402
 
+NEEDED = ("Xvfb", "dbus-daemon", "openbox", "xdotool", "import", "convert", "pcmanfm-qt", "dunst", "gio", "xdg-open")
+SKIPPED = 77
 CATEGORIES = ("Compositions", "Effects", "Generators", "Titles", "Transitions")
 DATE = r"\d{4}-\d\d-\d\d \d\d:\d\d:\d\d"
 # Only the sub-category sheet leaves a name for the history, so that the first install has none.
@@ -32,19 +37,17 @@ def tree(folder):
 
 
 class Tour:
-    def __init__(self, stage, album, program, drag_source):
-        self.stage, self.screen, self.album = stage, Screen(stage), album
-        self.program, self.drag_source = program, drag_source
-        self.notifications = NotificationService(stage.environment["DBUS_SESSION_BUS_ADDRESS"])
+    def __init__(self, stage, album, program):
+        self.stage, self.screen, self.album, self.program = stage, Screen(stage), album, program
         self.home = stage.home
         self.library = self.home / "Movies" / "Motion Templates.localized"
         self.motion_file = self.home / "Desktop" / "Intro.motn"
-        self.running = None
+        self.announced = []
 
     def run(self):
-        for step in (self.furnish_home, self.start, self.create_library, self.install_by_drop,
-                     self.replace_installed, self.install_by_keyboard, self.look_at_history, self.inspect,
-                     self.archive, self.conform, self.set_theme, self.rename, self.back_up, self.read_help,
+        for step in (self.furnish_home, self.start, self.create_library, self.install_by_drop, self.replace_installed,
+                     self.restore_replaced, self.open_library, self.install_by_keyboard, self.look_at_history,
+                     self.inspect, self.archive, self.conform, self.set_theme, self.rename, self.back_up, self.read_help,
                      self.restart, self.reset_history, self.quit):
             started = time.monotonic()
             step()
@@ -53,10 +56,14 @@ class Tour:
     # Before the program starts
 
     def furnish_home(self):
-        for folder in ("Documents", "Movies", "Backups"):
-            (self.home / folder).mkdir()
+        # With a trash, as on any desktop that was used before: one that has none does not see one that comes.
+        for folder in ("Documents", "Movies", "Backups", ".local/share/Trash/files", ".local/share/Trash/info"):
+            (self.home / folder).mkdir(parents=True)
+        (self.home / ".config" / "mimeapps.list").write_text("[Default Applications]\ninode/directory=pcmanfm-qt.desktop\n")
         self.make_template("Glow", "first")
-        self.motion_file.write_bytes((Path(__file__).parent / "Intro.motn").read_bytes())
+        shutil.copy(Path(__file__).with_name("Intro.motn"), self.motion_file)
+        self.stage.start("pcmanfm-qt", "--new-window", self.motion_file.parent)
+        self.desktop = self.screen.window("Desktop")
 
     def make_template(self, name, content):
         """A template folder on the desktop, as a download brings it."""
@@ -74,7 +81,7 @@ class Tour:
 
     def start(self):
         self.running = self.stage.start(self.program)
-        self.main()
+        self.bar = self.screen.find(self.main(), "progress bar", "Installation progress")
         wait_for("the archive folder", (self.home / "Documents" / "Brimvale").is_dir)
 
     def main(self):
@@ -83,33 +90,42 @@ class Tour:
     def create_library(self):
         backup = self.open_window("Backup", "Library and Backup")
         self.screen.click(backup, "push button", "Create Folder Structure")
-        wait_for("'Folder Structure Created'", lambda: backup.says("Folder Structure Created"))
+        wait_for("'Folder Structure Created'", lambda: "Folder Structure Created" in backup.labels())
         for name in CATEGORIES:
             wait_for(f"the folder {name}.localized", self.category(name).is_dir)
-        self.close_window(backup)
+        self.close_window("Library and Backup")
 
     def install_by_drop(self):
         self.drop_template(self.home / "Desktop" / "Glow")
         self.screen.click(self.main(), "radio button", "Effects")
-        self.take("install.png", self.main())
-        self.take("bv_1", self.main())
-        self.screen.click(self.main(), "push button", "Install")
-        self.wait_for_install("Effect Installed ...")
+        self.take(self.main(), "install.png", "bv_1")
+        self.install(lambda: self.screen.click(self.main(), "push button", "Install"), "Effect Installed ...")
         check("the template is in the category folder, and whole",
               sorted(map(str, tree(self.category("Effects") / "Glow"))) == ["Glow.moef", "Media/light.png", "large.png"])
         check("the template left the desktop", not (self.home / "Desktop" / "Glow").exists())
+        wait_for("the file manager shows it no more", lambda: not self.desktop.find("list item", "Glow"))
 
     def replace_installed(self):
         self.drop_template(self.make_template("Glow", "second"))
         self.screen.click(self.main(), "push button", "Sub-category…")
         sheet = self.screen.window("Install into a Sub-category")
-        wait_for("the sheet names the category", lambda: sheet.value_of("Category:") == "Effects")
+        wait_for("the sheet names the category", lambda: sheet.facts().get("Category:") == "Effects")
         # Without a name, it goes straight into the category.
-        self.screen.click(sheet, "push button", "Install")
-        self.wait_for_install("Effect Installed ...")
-        in_trash = self.home / ".local" / "share" / "Trash" / "files" / "Glow"
+        self.install(lambda: self.screen.click(sheet, "push button", "Install"), "Effect Installed ...")
         check("the new template is in place", "second" in (self.category("Effects") / "Glow/Glow.moef").read_text())
-        check("the old one is in the trash", "first" in (in_trash / "Glow.moef").read_text())
+
+    def restore_replaced(self):
+        replaced = self.category("Effects") / "Glow"
+        shutil.rmtree(replaced)
+        listed = wait_for("the replaced template in the desktop's trash", lambda: next(
+            (line for line in self.stage.run("gio", "trash", "--list").splitlines() if line.endswith(str(replaced))), None))
+        self.stage.run("gio", "trash", "--restore", listed.split()[0])
+        check("the desktop restores the replaced template", "first" in (replaced / "Glow.moef").read_text())
+
+    def open_library(self):
+        opened = self.open_window("Library", self.library.name)
+        self.screen.find(opened, "list item", "Titles.localized")
+        self.close_window(self.library.name, "alt+F4")
 
     def install_by_keyboard(self):
         self.make_template("Lower Third", "by keyboard")
@@ -123,34 +139,31 @@ class Tour:
         sheet = self.screen.window("Install into a Sub-category")
         self.screen.type("Lower Thirds")
         wait_for("the sheet takes the name", lambda: sheet.find("text").text == "Lower Thirds")
-        self.take("sub-category.png", main)
-        self.take("bv_2", sheet)
-        press("Return")
-        self.wait_for_install("Title Installed ...")
+        self.take(main, "sub-category.png")
+        self.take(sheet, "bv_2")
+        self.install(lambda: press("Return"), "Title Installed ...")
         installed = self.category("Titles") / "Lower Thirds" / "Lower Third"
         check("the template is in the sub-category", (installed / "Media" / "light.png").is_file())
 
     def look_at_history(self):
         history = self.open_window("History", "Installation History")
         self.history_is(history, *HISTORY)
-        self.take("history.png", history)
-        self.close_window(history)
+        self.take(history, "history.png")
+        self.close_window("Installation History")
 
     def inspect(self):
         self.screen.press("ctrl+2")
-        main = self.main()
-        action = self.screen.drag(self.drag_source, [self.motion_file], self.drop_area())
-        check("the drop is a link, which takes nothing away", action == "link")
-        self.facts_are(("Theme:", "Template does not include Theme reference ..."), ("Frame rate:", "29.97"),
-                       ("Frames:", "300"), ("Duration:", "10.0 seconds"), ("Frame size:", "1920x1080"),
-                       ("Pixel aspect ratio:", "Square"))
-        self.take("edit.png", main)
-        self.take("bv_3", main)
+        wait_for("the Edit mode", lambda: self.main().find("radio button", "Edit").has(Node.CHECKED))
+        self.drop(self.motion_file)
+        self.facts_are({"Theme:": "Template does not include Theme reference ...", "Frame rate:": "29.97",
+                        "Frames:": "300", "Duration:": "10.0 seconds", "Frame size:": "1920x1080",
+                        "Pixel aspect ratio:": "Square"})
+        self.take(self.main(), "edit.png", "bv_3")
 
     def archive(self):
         original = self.motion_file.read_bytes()
         self.screen.click(self.main(), "push button", "Archive Original")
-        wait_for("'Original Archived'", lambda: self.main().says("Original Archived"))
+        wait_for("'Original Archived'", lambda: "Original Archived" in self.main().labels())
         copies = list((self.home / "Documents" / "Brimvale").iterdir())
         check("one dated copy is in the archive folder", len(copies) == 1 and re.fullmatch(
             r"Intro-\d\d-\d\d-\d{4} \|\| \d\d_\d\d_\d\d \S+\.motn", copies[0].name))
@@ -161,16 +174,16 @@ class Tour:
         self.screen.type("25")
         self.screen.find(self.main(), "combo box", "25 fps")
         self.screen.press("alt+c")
-        self.facts_are(("Frame rate:", "25"), ("Frames:", "250"), ("Duration:", "10.0 seconds"))
+        self.facts_are({"Frame rate:": "25", "Frames:": "250", "Duration:": "10.0 seconds"})
         self.file_says(frameRate="25", duration="250", NTSC="0")
 
     def set_theme(self):
         self.screen.press("alt+n")
         self.screen.type("Ember")
         self.screen.press("Return")
-        self.facts_are(("Theme:", "Ember"))
+        self.facts_are({"Theme:": "Ember"})
         self.file_says(theme="Ember", frameRate="25", text="two  blanks,  kept")
-        self.take("bv_4", self.main())
+        self.take(self.main(), "bv_4")
 
     def rename(self):
         self.screen.click(self.main(), "push button", "Rename…")
@@ -189,24 +202,23 @@ class Tour:
         self.screen.choose_file("Backup Folder Selector", self.home / "Backups")
         self.screen.window("Library and Backup")
         self.screen.click(backup, "push button", "Back Up Now")
-        wait_for("the date of the last backup", lambda: re.search(r"\d", backup.value_of("Last backup:") or ""))
+        wait_for("the date of the last backup", lambda: re.search(r"\d", backup.facts().get("Last backup:", "")))
         copies = list((self.home / "Backups").iterdir())
         check("one dated copy is in the backup folder", len(copies) == 1 and re.fullmatch(
             r"\d{4}-\d\d-\d\d \d\d-\d\d-\d\d Motion Templates\.localized", copies[0].name))
         check("the copy is the library", tree(copies[0]) == tree(self.library))
-        self.take("backup.png", backup)
-        self.take("bv_5", backup)
-        self.close_window(backup)
+        self.take(backup, "backup.png", "bv_5")
+        self.close_window("Library and Backup")
 
     def read_help(self):
         self.screen.press("F1")
         book = self.screen.window("Brimvale Help")
-        pages = self.screen.find(book, "layered pane", None)
+        pages = self.screen.find(book, "layered pane")
         before = pages.children[0].has(Node.SHOWING)
         self.screen.press("alt+i")
         wait_for("the page about installing", lambda: pages.children[1].has(Node.SHOWING))
         check("the book opens at its first page", before)
-        self.close_window(book)
+        self.close_window("Brimvale Help")
 
     def restart(self):
         self.quit()
@@ -224,7 +236,7 @@ class Tour:
         settings = (self.home / ".config" / "Brimvale" / "Brimvale.conf").read_text()
         check("the settings hold no history, and the backup folder still",
               "installations" not in settings and str(self.home / "Backups") in settings)
-        self.close_window(history)
+        self.close_window("Installation History")
 
     def quit(self):
         self.main()
@@ -234,56 +246,50 @@ class Tour:
 
     # What the jobs are made of
 
-    def take(self, name, window):
-        self.album.take(self.screen, name, window)
+    def take(self, window, *names):
+        self.album.take(self.screen, window, *names)
 
     def open_window(self, button, title):
         self.screen.click(self.main(), "push button", button)
         return self.screen.window(title)
 
-    def close_window(self, window):
-        title = window.name
-        self.screen.press("Escape")
+    def close_window(self, title, key="Escape"):
+        self.screen.press(key)
         self.screen.wait_until_gone(title)
         self.main()
 
-    def drop_area(self):
-        return self.screen.find(self.main(), "layered pane", None)
+    def drop(self, path):
+        """Drags a file out of the file manager's window onto the program's."""
+        self.screen.carry(self.screen.find(self.desktop, "list item", path.name),
+                          self.screen.find(self.main(), "layered pane"))
+        wait_for("the log tells of the drop", lambda: f"Dragged files\n{path}\n" in self.stage.log(self.program))
 
     def drop_template(self, folder):
-        main = self.main()
-        action = self.screen.drag(self.drag_source, [folder], self.drop_area())
-        check("the drop is a link, which takes nothing away", action == "link")
-        field = self.screen.find(main, "text", "Folder:")
+        field = self.screen.find(self.main(), "text", "Folder:")
+        self.drop(folder)
         wait_for("the path of the dropped folder", lambda: field.text == str(folder))
-        log = self.stage.log(self.program)
-        check("the log tells of the drop", f"Dragged files\n{folder}\n" in log)
 
-    def wait_for_install(self, announcement):
-        bar = self.screen.find(self.main(), "progress bar", "Installation progress")
-        wait_for("the progress bar runs", lambda: bar.value > 0)
-        wait_for("the progress bar comes to its end", lambda: bar.value == 0)
-        wait_for("a notification", lambda: self.notifications.shown)
-        check(f"the one notification says '{announcement}'",
-              self.notifications.shown == [("Operation Successful", announcement)])
-        self.notifications.shown.clear()
+    def install(self, confirm, announcement):
+        confirm()
+        wait_for("the progress bar runs", lambda: self.bar.value > 0)
+        wait_for("the progress bar comes to its end", lambda: self.bar.value == 0)
+        self.announced.insert(0, ("Operation Successful", announcement))
+        wait_for("a notification", lambda: len(self.stage.notifications()) >= len(self.announced))
+        check(f"the one notification says '{announcement}'", self.stage.notifications() == self.announced)
         check("the path field is empty again", self.screen.find(self.main(), "text", "Folder:").text == "")
 
     def history_is(self, window, *ends):
         """Each line of the history: a date and time, a blank, and then exactly this."""
-        def lines():
-            table = window.find("table")
-            return [each.name for each in table.showing() if each.role == "cell"] if table else None
+        table = self.screen.find(window, "table")
 
         def agrees():
-            seen = lines()
-            return seen is not None and len(seen) == len(ends) and all(
-                re.fullmatch(f"{DATE} {re.escape(end)}", line) for line, end in zip(seen, ends))
+            lines = [each.name for each in table.all("cell")]
+            return len(lines) == len(ends) and all(
+                re.fullmatch(f"{DATE} {re.escape(end)}", line) for line, end in zip(lines, ends))
         wait_for(f"a history of {ends or 'no lines'}", agrees)
 
-    def facts_are(self, *facts):
-        for caption, value in facts:
-            wait_for(f"'{caption} {value}'", lambda: self.main().value_of(caption) == value)
+    def facts_are(self, facts):
+        wait_for(f"the facts {facts}", lambda: facts.items() <= self.main().facts().items())
 
     def file_says(self, **values):
         written = self.motion_file.read_text()
@@ -295,23 +301,29 @@ class Tour:
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--program", type=Path, required=True, help="the program that is toured")
-    parser.add_argument("--drag-source", type=Path, required=True, help="the program that files are dragged from")
     parser.add_argument("--pictures", type=Path, metavar="FOLDER", help="where the pictures go (default: the project)")
     parser.add_argument("--palette", choices=("light", "dark"), default="light")
     arguments = parser.parse_args()
 
-    with Stage(arguments.palette) as stage:
-        album = Album(stage, arguments.pictures)
-        try:
-            Tour(stage, album, arguments.program.resolve(), arguments.drag_source.resolve()).run()
-            album.write()
-        except Exception as fault:
-            print(f"tour: {fault}", file=sys.stderr)
-            print(f"the screen then: {album.keep_failure()}", file=sys.stderr)
-            print(f"the program's log:\n{stage.log(arguments.program)}", file=sys.stderr)
-            if isinstance(fault, Failure):
-                sys.exit(1)
-            raise
+    missing = [program for program in NEEDED if not shutil.which(program)]
+    if missing:
+        print(f"tour: not installed: {', '.join(missing)}; script/setup installs what the tour needs", file=sys.stderr)
+        sys.exit(SKIPPED)
+    stage = Stage(arguments.palette)
+    try:
+        stage.set_up()
+        album = Album(stage)
+        Tour(stage, album, arguments.program.resolve()).run()
+        album.write(arguments.pictures)
+    except Exception:
+        for log in stage.folder.glob("*.log"):
+            print(f"{log.stem} said:\n{log.read_text(errors='replace')}", file=sys.stderr)
+        picture = Path(tempfile.gettempdir()) / "tour-failure.png"
+        stage.run("convert", f"xwd:{stage.screen_file}", picture)
+        print(f"the screen then: {picture}", file=sys.stderr)
+        raise
+    finally:
+        stage.strike()
 
 
 if __name__ == "__main__":

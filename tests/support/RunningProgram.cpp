@@ -84,10 +84,9 @@ Qt::DropAction RunningProgram::drop(const QString &name, const QMimeData &data,
     const QPoint place = control->mapTo(control->window(), control->rect().center());
     QDragEnterEvent enter(place, allowed, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(window, &enter);
-    const Qt::DropAction answer = enter.isAccepted() ? enter.dropAction() : Qt::IgnoreAction;
     QDropEvent drop(place, allowed, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(window, &drop);
-    return answer;
+    return enter.isAccepted() && drop.isAccepted() ? drop.dropAction() : Qt::IgnoreAction;
 }
 
 Qt::DropAction RunningProgram::dropFiles(const QString &name, const QStringList &paths) const

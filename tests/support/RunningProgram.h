@@ -31,7 +31,7 @@ public:
     void chooseMode(int segment) const;
 
     /// Drags data to the middle of a control that is on screen, and drops it there. Answers what
-    /// the drag source was told before the drop.
+    /// the drag source is told that the drop did; nothing where it would not have dropped.
     Qt::DropAction drop(const QString &name, const QMimeData &data,
                         Qt::DropActions allowed = Qt::CopyAction | Qt::MoveAction |
                                                   Qt::LinkAction) const;
