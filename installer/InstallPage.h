@@ -78,7 +78,7 @@ private:
 
     // Of the card.
     TemplateReader *reader = nullptr;
-    QTimer cardDelay;
+    QTimer cardDelay{this};
     QString pathRead;
     std::optional<TemplateFolder> contents; // none before they are read
     bool isChoosing = false;

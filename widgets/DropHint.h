@@ -13,6 +13,7 @@ public:
     explicit DropHint(QWidget *parent = nullptr);
 
     void setHighlighted(bool highlighted);
+    [[nodiscard]] bool isHighlighted() const { return m_isHighlighted; }
     /// Whether something lies in it: then its frame is a closed line.
     void setFilled(bool filled);
 

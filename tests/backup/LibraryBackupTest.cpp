@@ -1,7 +1,7 @@
 #include "platform/RunLoop.h"
 #include "settings/SettingsStore.h"
-#include "tests/support/ChangeTable.h"
 #include "tests/support/LibraryHome.h"
+#include "tests/support/RunningProgram.h"
 
 #include <QAction>
 #include <QTimer>
@@ -14,31 +14,8 @@ class LibraryBackupTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void changes_data();
-    void changes();
     void copiesWithoutOtherActions();
 };
-
-void LibraryBackupTest::changes_data()
-{
-    ChangeTable::addRows(u"backup/LibraryBackup.table"_s);
-}
-
-void LibraryBackupTest::changes()
-{
-    const LibraryHome home;
-    home.makeFolder(u"My Backups"_s);
-    home.makeFile(u"Own/Motion Templates.localized/mine"_s);
-    home.makeFolder(u"Dangling"_s);
-    QVERIFY(QFile::link(u"Nowhere"_s, home.path(u"Dangling/Motion Templates.localized"_s)));
-    QVERIFY(QFile::link(home.path(u"Movies/Motion Templates.localized"_s), home.path(u"Link"_s)));
-    for (int second = 0; second < 10; ++second) {
-        const QDateTime date = QDateTime::currentDateTime().addSecs(second);
-        home.makeFile(u"Taken/"_s + date.toString(u"yyyy-MM-dd HH-mm-ss "_s) +
-                      u"Motion Templates.localized"_s);
-    }
-    ChangeTable::run(home);
-}
 
 /// The windows stay alive meanwhile, but nothing else starts: not by mouse, key or menu.
 void LibraryBackupTest::copiesWithoutOtherActions()

@@ -1,4 +1,5 @@
-#include "tests/support/ChangeTable.h"
+#include "tests/support/RunningProgram.h"
+#include "tests/support/TestHome.h"
 
 #include <QAction>
 #include <QPixmap>
@@ -12,8 +13,6 @@ class HelpBookTest : public QObject
 
 private Q_SLOTS:
     void endsFivePagesWithAPicture();
-    void changes_data();
-    void changes();
 };
 
 void HelpBookTest::endsFivePagesWithAPicture()
@@ -33,17 +32,6 @@ void HelpBookTest::endsFivePagesWithAPicture()
         QCOMPARE(picture, u":/bv_%1.png"_s.arg(n));
         QVERIFY(!QPixmap(picture).isNull());
     }
-}
-
-void HelpBookTest::changes_data()
-{
-    ChangeTable::addRows(u"help/HelpBook.table"_s);
-}
-
-void HelpBookTest::changes()
-{
-    const TestHome home;
-    ChangeTable::run(home);
 }
 
 QTEST_MAIN(HelpBookTest)

@@ -1,10 +1,8 @@
 #include "history/InstallationRecord.h"
-#include "tests/support/ChangeTable.h"
 #include "tests/support/LibraryHome.h"
+#include "tests/support/RunningProgram.h"
 
 #include <QClipboard>
-#include <QProgressBar>
-#include <QSignalSpy>
 #include <QTableView>
 
 using namespace Qt::StringLiterals;
@@ -28,42 +26,10 @@ class InstallationHistoryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void changes_data();
-    void changes();
-    void runsOneAnimationForTwoInstalls();
     void leavesOutWhatIsNoRecord();
     void takesALineApart();
     void keepsWhatIsSelected();
 };
-
-void InstallationHistoryTest::changes_data()
-{
-    ChangeTable::addRows(u"history/InstallationHistory.table"_s);
-}
-
-void InstallationHistoryTest::changes()
-{
-    const TestHome home;
-    QVERIFY(appendInstallation({u"a line"_s}));
-    ChangeTable::run(home);
-}
-
-void InstallationHistoryTest::runsOneAnimationForTwoInstalls()
-{
-    const LibraryHome home;
-    const RunningProgram program;
-    QSignalSpy bar(program.find<QProgressBar>(u"progressBar"_s), &QProgressBar::valueChanged);
-    program.chooseTitle(home.path(u"Desktop/Glow"_s));
-    program.install();
-    QTRY_VERIFY(bar.size() > 50);
-    program.chooseTitle(home.makeFolder(u"Desktop/Shine"_s));
-    program.install();
-    QTRY_COMPARE(shownLines(program).size(), 1);
-    QVERIFY(!bar.wait(50)); // a second timer would count on
-    QCOMPARE(bar.size(), 101);
-    QCOMPARE(bar.last().first().toInt(), 0);
-    QCOMPARE(home.names(u"Desktop"_s), QStringList());
-}
 
 void InstallationHistoryTest::leavesOutWhatIsNoRecord()
 {

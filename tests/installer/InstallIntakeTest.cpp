@@ -1,7 +1,6 @@
 #include "tests/support/RunningProgram.h"
 #include "tests/support/TestHome.h"
 
-#include <QClipboard>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QSysInfo>
@@ -15,7 +14,6 @@ class InstallIntakeTest : public QObject
 
 private Q_SLOTS:
     void takesDropsOnTheField();
-    void cleansWhatIsPasted();
     void takesOnlyWhatIsSelected();
 };
 
@@ -43,32 +41,6 @@ void InstallIntakeTest::takesDropsOnTheField()
     QCOMPARE(drop(u"elsewhere.example"_s, any), declined);
     for (const QString &host : {u""_s, u"localhost"_s, QSysInfo::machineHostName().toUpper()})
         QCOMPARE(drop(host, any), std::pair(Qt::LinkAction, folder));
-}
-
-/// By keyboard and by menu; then the name follows when the field is left without Return.
-void InstallIntakeTest::cleansWhatIsPasted()
-{
-    const TestHome home;
-    const RunningProgram program;
-    const auto check = [&](const QString &pasted, const QString &taken) {
-        QApplication::clipboard()->setText(pasted);
-        program.click(u"input"_s);
-        program.find<QAction>(u"pasteItem"_s)->trigger();
-        QCOMPARE(program.text(u"input"_s), taken);
-        program.type(u"input"_s, QString());
-        QTest::keySequence(program.find<QWidget>(u"input"_s), QKeySequence::Paste);
-        QCOMPARE(program.text(u"input"_s), taken);
-        program.pressKey(u"input"_s, Qt::Key_Tab);
-        QCOMPARE(program.text(u"test"_s), taken.mid(taken.lastIndexOf(u'/') + 1));
-        QVERIFY(!program.find<QWidget>(u"input"_s)->hasFocus());
-        program.type(u"input"_s, QString());
-    };
-    const QString path = home.path(u"My Glow"_s);
-    check(u" \""_s + path + u"\"\n"_s, path);
-    check(u"'~/My Glow'"_s, u"~/My Glow"_s);
-    check(u"file://localhost"_s + home.path() + u"/My%20Glow/"_s, path);
-    check(u"file://elsewhere/a"_s, u"file://elsewhere/a"_s);
-    check(u" copy "_s, u" copy "_s); // a part of a path
 }
 
 /// Nothing is selected as the panel opens.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ControlStates.h"
 #include "LogLines.h"
 #include "TestHome.h"
 
@@ -7,20 +8,25 @@
 
 #include <optional>
 
-/// What changes while the program runs: in its controls and menu items (all that bear a name of
-/// ours, so that new ones are watched too), on the disk of the home, in the settings, what is
-/// opened, logged, alerted and waited for.
+/// What changes while the program runs: in its controls and menu items, on the disk of the home, in
+/// the settings, what is opened, logged, alerted and waited for. Dialogs are answered at once,
+/// waits are short, and progress bars move only when a test moves them.
 ///
-/// A change is a few words, and dates, the home and the library's path are shortened:
+/// A change is a few words. Dates, the home and the library's path are shortened, a semicolon is a
+/// comma, and an end of line a stroke:
 ///     on input, off input         enabled                 input=~/Glow       text, index, title,
-///     rows show input, hide input      hidden or not           input #ff0000      colour of the
-///     text check input, uncheck input  checked                 focus input        the window's
-///     control run bar, rest bar           progress                unfocus mWindow    none of its
-///     controls turn spinner, stop spinner  turning                 front mWindow      the active
-///     window light hint, dim hint        something is over it    ring, unring       focus ring
-///     make a, remove a, write a   file or tree            a -> b, a => b     moved, copied
-///     store key=value             settings                open url, log a / b, wait 1500
-///     alert text, panel title     a dialog, which is answered at once
+///     show input, hide input      hidden or not                              rows, progress
+///     check input, uncheck input  checked                 input #ff0000      colour of the text,
+///     turn spinner, stop spinner  turning                 input quiet        or a placeholder's
+///     light hint, dim hint        something is over it
+///     ring input, unring input    focus ring, or mark     focus input        the window's
+///     fade icon, unfade icon      half transparent        unfocus mWindow    none of its controls
+///     say input, unsay input      text is read aloud
+///     tint input, untint input    drawing the eye         front mWindow      the active window
+///     make a, remove a            file or tree            a -> b, a => b     moved, copied
+///     write a new lines           of a text               store key=value    settings
+///     open url, log a / b, wait 1500                      stray item         it can be chosen when
+///     alert text, panel title     a dialog                                   its control cannot
 class ChangeList : public QObject
 {
     Q_OBJECT
@@ -35,7 +41,13 @@ public:
 
     /// From here on every control counts as one on, shown and unchecked, and unlike that as
     /// changed.
-    void forgetStates();
+    void forgetStates() { m_states = plainStates(m_states); }
+
+    /// Behind all that has changed before it.
+    void happen(const QString &change);
+
+    /// From here on what is told of a template is watched too.
+    void watchCard() { m_watchesCard = true; }
 
     /// How the next file dialog is answered: with that path, or with none by Escape.
     void answerPanel(const QString &path) { m_answer = path; }
@@ -50,19 +62,18 @@ public Q_SLOTS:
     void openAddress(const QUrl &address);
 
 private:
-    using State = QMap<std::pair<QString, QString>, QString>; // by kind and name
-
-    [[nodiscard]] State controls() const;
-    [[nodiscard]] QStringList changesOnDisk();
+    [[nodiscard]] ControlStates states() const;
+    [[nodiscard]] QMap<QString, QByteArray> disk() const;
     [[nodiscard]] QString shortened(QString text) const;
     void collect();
     void answer(QWidget *dialog);
 
     const TestHome &m_home;
     const LogLines m_log;
-    State m_controls;
+    bool m_watchesCard = false;
+    ControlStates m_states;
     QMap<QString, QByteArray> m_disk;
-    QStringList m_happened;
+    QStringList m_opened;
     QStringList m_changes;
     std::optional<QString> m_answer;
 };

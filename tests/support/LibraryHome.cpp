@@ -4,9 +4,14 @@ using namespace Qt::StringLiterals;
 
 LibraryHome::LibraryHome()
 {
+    fill(*this);
+}
+
+void LibraryHome::fill(const TestHome &home)
+{
     for (const QString &category : categories())
-        makeFile(folder(category) + u"/Old/Old.moti"_s, category.toUtf8());
-    makeFile(u"Desktop/Glow/Glow.moti"_s, "new");
+        home.makeFile(folder(category) + u"/Old/Old.moti"_s, category.toUtf8());
+    home.makeFile(u"Desktop/Glow/Glow.moti"_s, "new");
 }
 
 QStringList LibraryHome::categories()

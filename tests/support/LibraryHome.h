@@ -8,6 +8,8 @@ class LibraryHome : public TestHome
 {
 public:
     LibraryHome();
+    /// Puts the same into another home.
+    static void fill(const TestHome &home);
 
     [[nodiscard]] static QStringList categories();
     /// Of a category, inside the home.

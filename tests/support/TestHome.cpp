@@ -1,6 +1,5 @@
 #include "TestHome.h"
 
-#include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
@@ -62,6 +61,14 @@ QString TestHome::makeFile(const QString &relative, const QByteArray &content) c
     return path(relative);
 }
 
+QString TestHome::makeLink(const QString &relative, const QString &target) const
+{
+    makeFolder(QFileInfo(relative).path());
+    if (!QFile::link(target, path(relative)))
+        qFatal("cannot make a link for the test");
+    return path(relative);
+}
+
 QByteArray TestHome::read(const QString &relative) const
 {
     QFile file(path(relative));
@@ -91,12 +98,10 @@ QMap<QString, QByteArray> TestHome::snapshot() const
         if (info.isSymLink()) {
             state = "link to " + info.symLinkTarget().toUtf8();
         } else if (info.isFile()) {
+            state += ' ' + QByteArray::number(info.lastModified().toMSecsSinceEpoch()) + '\n';
             QFile file(info.filePath());
-            QCryptographicHash hash(QCryptographicHash::Sha256);
             if (file.open(QIODevice::ReadOnly))
-                hash.addData(&file);
-            state += ' ' + QByteArray::number(info.lastModified().toMSecsSinceEpoch()) + ' ' +
-                     hash.result().toHex();
+                state += file.readAll();
         }
         items.insert(QDir(path()).relativeFilePath(info.filePath()), state);
     }

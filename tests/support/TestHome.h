@@ -18,6 +18,7 @@ public:
     /// Each makes the folders on the way to it, and answers the full path.
     QString makeFolder(const QString &relative) const;
     QString makeFile(const QString &relative, const QByteArray &content = "content") const;
+    QString makeLink(const QString &relative, const QString &target) const;
 
     [[nodiscard]] QByteArray read(const QString &relative) const;
     [[nodiscard]] bool exists(const QString &relative) const;
