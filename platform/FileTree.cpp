@@ -49,7 +49,7 @@ Result<OpenItem> open(const Item &item)
     opened.folder = FileDescriptor(
         ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!opened.folder)
-        return Native::failure(u"cannot open "_s + folder, errno);
+        return failure(u"cannot open "_s + folder, errno);
     opened.place = {opened.folder.get(), QFile::encodeName(item.name)};
     return opened;
 }
@@ -57,7 +57,7 @@ Result<OpenItem> open(const Item &item)
 Outcome outcome(const QString &what, int error)
 {
     if (error != 0)
-        return Native::failure(what, error);
+        return failure(what, error);
     return {};
 }
 
@@ -140,7 +140,7 @@ Outcome create(const QString &path, IfThere ifThere)
 
 } // namespace
 
-Failure Native::failure(const QString &what, int error)
+Failure failure(const QString &what, int error)
 {
     return {what + u": "_s + QString::fromStdString(std::generic_category().message(error))};
 }

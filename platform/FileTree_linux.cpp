@@ -138,6 +138,13 @@ int copyAttributes(int from, const struct stat &status, int to)
     return ::futimens(to, times) == 0 || isUnsupported(errno) ? 0 : errno;
 }
 
+int renamed(const Place &from, const Place &to, unsigned flags)
+{
+    const bool done =
+        ::renameat2(from.folder, from.name.constData(), to.folder, to.name.constData(), flags) == 0;
+    return done ? 0 : errno;
+}
+
 } // namespace
 
 Stamp stampOf(const struct stat &status)
@@ -171,9 +178,12 @@ int copyExtendedAttributes(int from, int to)
 
 int renameNoReplace(const Place &from, const Place &to)
 {
-    const bool done = ::renameat2(from.folder, from.name.constData(), to.folder,
-                                  to.name.constData(), RENAME_NOREPLACE) == 0;
-    return done ? 0 : errno;
+    return renamed(from, to, RENAME_NOREPLACE);
+}
+
+int exchange(const Place &one, const Place &other)
+{
+    return renamed(one, other, RENAME_EXCHANGE);
 }
 
 int copyFile(int from, const struct stat &status, const Place &to, const Advance &advance)

@@ -61,13 +61,23 @@ bool isUnsupported(int error)
            error == ENOTTY;
 }
 
+int renamed(const Place &from, const Place &to, unsigned flags)
+{
+    const bool done = ::renameatx_np(from.folder, from.name.constData(), to.folder,
+                                     to.name.constData(), flags) == 0;
+    return done ? 0 : errno;
+}
+
 } // namespace
 
 int renameNoReplace(const Place &from, const Place &to)
 {
-    const bool done = ::renameatx_np(from.folder, from.name.constData(), to.folder,
-                                     to.name.constData(), RENAME_EXCL) == 0;
-    return done ? 0 : errno;
+    return renamed(from, to, RENAME_EXCL);
+}
+
+int exchange(const Place &one, const Place &other)
+{
+    return renamed(one, other, RENAME_SWAP);
 }
 
 Stamp stampOf(const struct stat &status)

@@ -18,6 +18,9 @@ struct Place
     QByteArray name;
 };
 
+/// What did not work, and the system's own words for why.
+Failure failure(const QString &what, int error);
+
 /// Of what stands at a place itself, no link followed. Answers an error number, 0 for success.
 int stampAt(const Place &place, Stamp *stamp);
 
@@ -45,13 +48,15 @@ namespace FileTree::Native {
 /// Told the bytes copied since the last call; false ends the copy with ECANCELED.
 using Advance = std::function<bool(qint64)>;
 
-Failure failure(const QString &what, int error);
-
 Stamp stampOf(const struct stat &status);
 
 /// Renames in one step that refuses an existing destination: EINVAL, ENOTSUP or ENOSYS where the
 /// file system cannot do that.
 int renameNoReplace(const Place &from, const Place &to);
+
+/// Lets two files change places in one step; fails like renameNoReplace where there is no such
+/// step.
+int exchange(const Place &one, const Place &other);
 
 /// Makes the file `to` with the content and the attributes of the open file. Holes stay holes, and
 /// count as copied; a lock that forbids changes and removal is not taken over.

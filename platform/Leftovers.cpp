@@ -67,7 +67,7 @@ Outcome removeOldPartials(int folder)
             return 0;
         });
         if (error != 0)
-            outcome = Native::failure(u"cannot look for old copies"_s, error);
+            outcome = failure(u"cannot look for old copies"_s, error);
         for (const QByteArray &name : old) {
             const auto listed = listTree({folder, name}, Access::Forced);
             const Outcome removed =

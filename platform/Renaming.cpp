@@ -55,7 +55,7 @@ Result<bool> isListed(const Place &place)
         return 0;
     });
     if (error != 0)
-        return Native::failure(u"cannot read a folder"_s, error);
+        return failure(u"cannot read a folder"_s, error);
     return isThere;
 }
 
@@ -117,11 +117,11 @@ Result<bool> liesInside(int folder, const Place &item)
     struct stat here = {};
     struct stat below = {};
     if (::fstatat(item.folder, item.name.constData(), &outer, AT_SYMLINK_NOFOLLOW) != 0)
-        return Native::failure(u"cannot find the source"_s, errno);
+        return failure(u"cannot find the source"_s, errno);
     // Folders are told by their identity, up to the root, which is its own parent.
     for (QByteArray way = "."; S_ISDIR(outer.st_mode); way += "/..") {
         if (::fstatat(folder, way.constData(), &here, 0) != 0)
-            return Native::failure(u"cannot tell where the destination lies"_s, errno);
+            return failure(u"cannot tell where the destination lies"_s, errno);
         if (here.st_dev == outer.st_dev && here.st_ino == outer.st_ino)
             return true;
         if (here.st_dev == below.st_dev && here.st_ino == below.st_ino)

@@ -72,7 +72,7 @@ void TreeCopy::tick()
 
 Failure TreeCopy::failure(size_t folder, const QByteArray &name, int error) const
 {
-    return Native::failure(u"cannot copy "_s + m_tree.path(folder, name), error);
+    return FileTree::failure(u"cannot copy "_s + m_tree.path(folder, name), error);
 }
 
 Outcome TreeCopy::makeFolders()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TreeListing.h"
+#include "FolderCursor.h"
 
 #include <QElapsedTimer>
 

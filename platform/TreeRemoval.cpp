@@ -1,5 +1,6 @@
 #include "TreeRemoval.h"
 
+#include "FolderCursor.h"
 #include "Leftovers.h"
 
 #include <QFile>
@@ -23,7 +24,7 @@ Outcome removeEntry(const TreeListing::Entry &entry, const Place &place)
 {
     Stamp now;
     if (const int error = stampAt(place, &now))
-        return error == ENOENT ? Outcome() : Native::failure(u"it cannot be found"_s, error);
+        return error == ENOENT ? Outcome() : failure(u"it cannot be found"_s, error);
     // The removal of one of its names changes a file.
     if (entry.hasMoreNames ? !now.hasSameContent(entry.stamp) : now != entry.stamp)
         return changed();
@@ -34,7 +35,7 @@ Outcome removeEntry(const TreeListing::Entry &entry, const Place &place)
             ? 0
             : errno;
     if (error != 0 && presence(now, aside) != Presence::There)
-        return Native::failure(u"it cannot be renamed"_s, error);
+        return failure(u"it cannot be renamed"_s, error);
     error = stampAt(aside, &now);
     const bool isSame = error == 0 && now.hasSameContent(entry.stamp);
     if (isSame && ::unlinkat(aside.folder, aside.name.constData(), 0) == 0)
@@ -45,7 +46,7 @@ Outcome removeEntry(const TreeListing::Entry &entry, const Place &place)
         return {};
     if (renameExclusively(aside, place) != 0)
         return Failure{u"it remains as "_s + QFile::decodeName(aside.name)};
-    return error == 0 ? changed() : Native::failure(u"it cannot be removed"_s, error);
+    return error == 0 ? changed() : failure(u"it cannot be removed"_s, error);
 }
 
 /// Of a folder that stays because of what is in it, the mode stays too.
@@ -53,7 +54,7 @@ Outcome removeFolder(const TreeListing::Folder &folder, const Place &place)
 {
     Stamp now;
     if (const int error = stampAt(place, &now))
-        return error == ENOENT ? Outcome() : Native::failure(u"it cannot be found"_s, error);
+        return error == ENOENT ? Outcome() : failure(u"it cannot be found"_s, error);
     if (!now.isSameItem(folder.stamp))
         return changed();
     if (::unlinkat(place.folder, place.name.constData(), AT_REMOVEDIR) == 0)
@@ -64,7 +65,7 @@ Outcome removeFolder(const TreeListing::Folder &folder, const Place &place)
     if ((folder.mode & S_IRWXU) != S_IRWXU)
         std::ignore =
             ::fchmodat(place.folder, place.name.constData(), folder.mode, AT_SYMLINK_NOFOLLOW);
-    return Native::failure(u"it cannot be removed"_s, error);
+    return failure(u"it cannot be removed"_s, error);
 }
 
 } // namespace
@@ -78,7 +79,7 @@ Outcome removeTree(const TreeListing &tree, const Place &root, const Tick &tick)
             tick();
         const int descriptor = cursor.open(folder);
         const Outcome removed =
-            descriptor < 0 ? Native::failure(u"its folder cannot be opened"_s, errno)
+            descriptor < 0 ? failure(u"its folder cannot be opened"_s, errno)
                            : removal(what, {descriptor, cursor.nameHere(folder, what.name)});
         if (!removed && outcome)
             outcome = Failure{tree.path(folder, what.name) + u": "_s + removed.reason()};

@@ -1,8 +1,8 @@
 #include "WholeFile.h"
 
 #include "FileDescriptor.h"
+#include "FileTree_p.h"
 #include "Leftovers.h"
-#include "WholeFile_p.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -12,8 +12,8 @@
 #include <tuple>
 
 using namespace Qt::StringLiterals;
+using FileTree::failure;
 using FileTree::Place;
-using FileTree::Native::failure;
 using FileTree::Native::stampOf;
 
 namespace {
@@ -195,7 +195,7 @@ Outcome takePlaceOf(const Target &original, const Temporary &temporary)
         return failure(u"cannot find it any more"_s, error);
     if (found != original.version())
         return anothersVersion();
-    error = WholeFileNative::exchange(temporary.place(), place);
+    error = FileTree::Native::exchange(temporary.place(), place);
     if (error == EINVAL || error == ENOTSUP || error == ENOSYS)
         return renameOver(temporary, place);
     if (error != 0 && !temporary.isAt(place))
@@ -211,7 +211,7 @@ Outcome takePlaceOf(const Target &original, const Temporary &temporary)
             done = failure(u"cannot remove the old one"_s, error);
     }
     if (!done)
-        std::ignore = WholeFileNative::exchange(temporary.place(), place);
+        std::ignore = FileTree::Native::exchange(temporary.place(), place);
     return done;
 }
 
