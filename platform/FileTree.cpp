@@ -8,6 +8,7 @@
 #include "TreeCopy.h"
 #include "TreeRemoval.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -82,6 +83,17 @@ int flushFileSystem(int folder, const Tick &tick)
     return SecondThread([folder] { return Native::flushFileSystem(folder); }).wait(tick);
 }
 
+/// Where there is no more to tell than that the program still lives.
+Tick ticking(const ProgressHandler &progress, const CopyProgress &state)
+{
+    return [&progress, state, next = QDeadlineTimer(reportInterval)]() mutable {
+        if (!progress || !next.hasExpired())
+            return;
+        next = QDeadlineTimer(reportInterval);
+        progress(state);
+    };
+}
+
 enum class Flush { No, BeforeItGetsItsName };
 
 /// Answers what was copied.
@@ -116,7 +128,7 @@ Outcome moveAcrossFileSystems(const Place &source, const Place &destination,
     Outcome done =
         outcome(u"cannot flush the destination's folder"_s, Native::flushFile(destination.folder));
     if (done)
-        done = removeTree(*copied, source);
+        done = removeTree(*copied, source, ticking(progress, {copied->bytes, copied->bytes}));
     if (!done)
         return Failure{u"the copy is in its place, but not all of the source is gone: "_s +
                        done.reason()};
@@ -145,6 +157,20 @@ Failure failure(const QString &what, int error)
     return {what + u": "_s + QString::fromStdString(std::generic_category().message(error))};
 }
 
+mode_t keepOwner(int file, const struct stat &status)
+{
+    mode_t mode = status.st_mode & 07777;
+    struct stat now = {};
+    const bool hasBoth = ::fstat(file, &now) == 0 && now.st_uid == status.st_uid &&
+                         now.st_gid == status.st_gid; // some disks cannot even say so
+    if (hasBoth || ::fchown(file, status.st_uid, status.st_gid) == 0)
+        return mode;
+    mode &= ~mode_t(S_ISUID | S_ISGID);
+    if (::fchown(file, uid_t(-1), status.st_gid) == 0)
+        return mode;
+    return (mode & ~mode_t(S_IRWXG)) | mode_t((mode & S_IRWXO) << 3);
+}
+
 Item itemAt(const QString &path)
 {
     const QString real = QFileInfo(Path::expandingTilde(path)).canonicalFilePath();
@@ -168,6 +194,8 @@ Outcome createFolders(const QString &path)
 {
     if (exists(path))
         return {};
+    if (!path.startsWith(u'/'))
+        return Failure{u"no absolute path: "_s + path};
     const Outcome above = createFolders(Path::withoutLastComponent(path));
     return above ? create(path, IfThere::Take) : above;
 }
@@ -201,11 +229,7 @@ Outcome flush(const QString &folder, const ProgressHandler &progress)
 {
     const QByteArray path = QFile::encodeName(Path::expandingTilde(folder));
     const FileDescriptor opened(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    const Tick tick = [&progress] {
-        if (progress)
-            progress({});
-    };
-    const int error = opened ? flushFileSystem(opened.get(), tick) : errno;
+    const int error = opened ? flushFileSystem(opened.get(), ticking(progress, {})) : errno;
     return outcome(u"cannot flush "_s + folder, error);
 }
 

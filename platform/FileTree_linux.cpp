@@ -126,9 +126,7 @@ int listExtendedAttributes(int file, QByteArray *names)
 
 int copyAttributes(int from, const struct stat &status, int to)
 {
-    mode_t mode = status.st_mode & 07777;
-    if (::fchown(to, status.st_uid, status.st_gid) != 0)
-        mode &= ~mode_t(S_ISUID | S_ISGID); // not for another owner
+    const mode_t mode = keepOwner(to, status);
     // Before the mode, which may forbid them; the mode keeps an access list as it is.
     if (const int error = copyExtendedAttributes(from, to))
         return error;

@@ -149,9 +149,9 @@ int flushFileSystem(int folder)
 int flushFile(int file)
 {
     // fsync alone stops at the drive's own memory. A volume that cannot flush a folder says so.
-    if (::fcntl(file, F_FULLFSYNC) != -1 || ::fsync(file) == 0 || isUnsupported(errno))
+    if (::fcntl(file, F_FULLFSYNC) != -1)
         return 0;
-    return errno;
+    return !isUnsupported(errno) || (::fsync(file) != 0 && !isUnsupported(errno)) ? errno : 0;
 }
 
 } // namespace FileTree::Native

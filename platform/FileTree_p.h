@@ -29,6 +29,11 @@ enum class Presence { There, NotThere, Unknown };
 /// Whether an item stands at a place: what a call that failed has done all the same.
 Presence presence(const Stamp &item, const Place &place);
 
+/// Gives an open file or folder the owner and the group of another where the user may. Answers
+/// the mode that it can then have of the other's: a group that it does not get leaves to another
+/// one no more than everybody has, and no other user lends it his rights.
+mode_t keepOwner(int file, const struct stat &status);
+
 /// Whether an open folder is the item or lies below it, links on the way looked through.
 Result<bool> liesInside(int folder, const Place &item);
 

@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QRandomGenerator>
 
+#include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -28,18 +29,27 @@ QByteArray hiddenName(const char *suffix)
     return prefix + QByteArray::number(random, 16) + suffix;
 }
 
-/// Ours by its name, its owner and its kind, and as old. Never what was put aside: that was the
-/// user's.
-bool isOldPartial(const Place &place)
+/// Never what was put aside: that was the user's.
+bool isPartial(const QByteArray &name)
 {
-    if (!place.name.startsWith(prefix) || !place.name.endsWith(partialSuffix) ||
-        place.name.endsWith(asideSuffix))
-        return false;
+    return name.startsWith(prefix) && name.endsWith(partialSuffix) && !name.endsWith(asideSuffix);
+}
+
+/// The user's own file or folder, and old. A copy can look so while it still grows: it bears the
+/// times of its source before it has its name.
+bool isOld(const Place &partial)
+{
     struct stat status = {};
-    return ::fstatat(place.folder, place.name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+    return ::fstatat(partial.folder, partial.name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
            (S_ISDIR(status.st_mode) || S_ISREG(status.st_mode)) && status.st_uid == ::geteuid() &&
            Native::stampOf(status).modified / 1'000'000'000 <
                QDateTime::currentSecsSinceEpoch() - secondsADay;
+}
+
+FileDescriptor openClaim(const Place &partial)
+{
+    return FileDescriptor(::openat(partial.folder, partial.name.constData(),
+                                   O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
 }
 
 } // namespace
@@ -54,30 +64,35 @@ QByteArray asideName()
     return hiddenName(asideSuffix);
 }
 
+FileDescriptor claim(const Place &partial)
+{
+    FileDescriptor claim = openClaim(partial);
+    // A disk without locks lets nobody else have one either.
+    std::ignore = ::flock(claim.get(), LOCK_SH | LOCK_NB);
+    return claim;
+}
+
 Outcome removeOldPartials(int folder)
 {
-    // A copy bears the times of its source before it has its name, so it can look old while it
-    // still grows: whoever copies into a folder holds a shared lock on it.
+    QByteArrayList partials;
     Outcome outcome;
-    if (::flock(folder, LOCK_EX | LOCK_NB) == 0) {
-        QByteArrayList old;
-        const int error = readFolder(folder, [&](const QByteArray &name) {
-            if (isOldPartial({folder, name}))
-                old << name;
+    if (const int error = readFolder(folder, [&](const QByteArray &name) {
+            if (isPartial(name))
+                partials << name;
             return 0;
-        });
-        if (error != 0)
-            outcome = failure(u"cannot look for old copies"_s, error);
-        for (const QByteArray &name : old) {
-            const auto listed = listTree({folder, name}, Access::Forced);
-            const Outcome removed =
-                listed ? removeTree(*listed, {folder, name}) : Outcome(Failure{listed.reason()});
-            if (outcome)
-                outcome = removed;
-        }
+        }))
+        outcome = failure(u"cannot look for old copies"_s, error);
+    for (const QByteArray &name : partials) {
+        const Place place = {folder, name};
+        const FileDescriptor unclaimed = openClaim(place);
+        if (::flock(unclaimed.get(), LOCK_EX | LOCK_NB) != 0 || !isOld(place))
+            continue;
+        const auto listed = listTree(place, Access::Forced);
+        const Outcome removed =
+            listed ? removeTree(*listed, place) : Outcome(Failure{listed.reason()});
+        if (outcome)
+            outcome = removed;
     }
-    // Where there are no such locks nothing old is removed, and so nothing needs one.
-    std::ignore = ::flock(folder, LOCK_SH | LOCK_NB);
     return outcome;
 }
 

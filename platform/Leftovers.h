@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FileDescriptor.h"
 #include "FileTree_p.h"
 
 namespace FileTree {
@@ -10,8 +11,11 @@ QByteArray partialName();
 /// For an item in the moment before it is removed, or between two names.
 QByteArray asideName();
 
-/// Removes the partial copies that a killed program left in an open folder more than a day ago,
-/// and lets no other program of ours do that here for as long as the descriptor is open.
+/// Keeps other programs of ours from removing a partial copy for as long as the descriptor is open.
+FileDescriptor claim(const Place &partial);
+
+/// Removes the partial copies in an open folder that nobody claims and that are older than a day:
+/// a killed program left them.
 Outcome removeOldPartials(int folder);
 
 } // namespace FileTree

@@ -1,3 +1,4 @@
+#include "FileDescriptor.h"
 #include "FileTree_p.h"
 #include "Leftovers.h"
 #include "TreeListing.h"
@@ -5,6 +6,8 @@
 #include <QFile>
 
 #include <fcntl.h>
+
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -17,9 +20,33 @@ bool stands(const Stamp &item, const Place &place)
     return presence(item, place) == Presence::There;
 }
 
+/// For a disk without second names. A new file of ours takes the name, which makes others fail, and
+/// is replaced as long as nobody has written to it.
+int renameOverEmptyFile(const Place &from, const Place &to)
+{
+    const FileDescriptor empty(::openat(to.folder, to.name.constData(),
+                                        O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                                        S_IRUSR | S_IWUSR));
+    struct stat made = {};
+    if (!empty || ::fstat(empty.get(), &made) != 0)
+        return errno;
+    const auto isUntouched = [&to, reserved = Native::stampOf(made)] {
+        Stamp now;
+        return stampAt(to, &now) == 0 && now == reserved;
+    };
+    if (!isUntouched())
+        return EEXIST;
+    if (::renameat(from.folder, from.name.constData(), to.folder, to.name.constData()) == 0)
+        return 0;
+    const int error = errno;
+    if (isUntouched())
+        std::ignore = ::unlinkat(to.folder, to.name.constData(), 0);
+    return error;
+}
+
 /// For a file system that cannot refuse to replace. A folder replaces an empty one that is made
 /// for it, anything else gets a second name and then loses the first: whatever somebody else puts
-/// at the destination meanwhile makes these fail. Where they are impossible too, nothing is done.
+/// at the destination meanwhile makes these fail.
 int renameByReservation(const Stamp &item, bool isFolder, const Place &from, const Place &to)
 {
     const char *source = from.name.constData();
@@ -28,22 +55,24 @@ int renameByReservation(const Stamp &item, bool isFolder, const Place &from, con
         if (::mkdirat(to.folder, target, S_IRWXU) != 0) {
             const int error = errno;
             if (error != EEXIST) // it may be there all the same
-                ::unlinkat(to.folder, target, AT_REMOVEDIR);
+                std::ignore = ::unlinkat(to.folder, target, AT_REMOVEDIR);
             return error;
         }
         if (::renameat(from.folder, source, to.folder, target) == 0)
             return 0;
     } else {
-        if (::linkat(from.folder, source, to.folder, target, 0) != 0 &&
-            (errno == EEXIST || !stands(item, to)))
-            return errno;
+        const int error = ::linkat(from.folder, source, to.folder, target, 0) == 0 ? 0 : errno;
+        if (error == EPERM || error == ENOTSUP || error == ENOSYS)
+            return renameOverEmptyFile(from, to);
+        if (error == EEXIST || (error != 0 && !stands(item, to)))
+            return error;
         if (::unlinkat(from.folder, source, 0) == 0)
             return 0;
     }
     // Of two names one goes only when the other is seen to be there.
     const int error = errno;
     if (stands(item, from) && stands(item, to) != isFolder)
-        ::unlinkat(to.folder, target, isFolder ? AT_REMOVEDIR : 0);
+        std::ignore = ::unlinkat(to.folder, target, isFolder ? AT_REMOVEDIR : 0);
     return error;
 }
 

@@ -118,6 +118,16 @@ int writeToDisk(const TrashFolder &trash, FileDescriptor &file, const QByteArray
     return flushFile(trash.records.get());
 }
 
+/// The name of the record must not be too long either. No character of UTF-8 is cut.
+QByteArray shortened(const QByteArray &name, qsizetype length)
+{
+    if (name.size() <= length)
+        return name;
+    while (length > 0 && (name[length] & 0xC0) == 0x80)
+        --length;
+    return name.left(length);
+}
+
 /// The record comes first and holds the name: whenever this is cut short, the item is either
 /// where it was or in the trash with its record.
 int moveToTrash(const Place &item, const TrashFolder &trash, const QByteArray &record)
@@ -125,8 +135,7 @@ int moveToTrash(const Place &item, const TrashFolder &trash, const QByteArray &r
     Stamp stamp;
     if (const int error = stampAt(item, &stamp))
         return error;
-    // The name of the record must not be too long either.
-    const QByteArray stem = item.name.left(NAME_MAX - qsizetype(sizeof recordSuffix) - 10);
+    const QByteArray stem = shortened(item.name, NAME_MAX - qsizetype(sizeof recordSuffix) - 10);
     for (int count = 1;; ++count) {
         const QByteArray name = count == 1 ? stem : stem + '.' + QByteArray::number(count);
         const Place place = {trash.records.get(), name + recordSuffix};

@@ -1,5 +1,6 @@
 #include "TreeCopy.h"
 
+#include "Leftovers.h"
 #include "SecondThread.h"
 
 #include <QFile>
@@ -53,6 +54,8 @@ Outcome TreeCopy::run()
     Outcome outcome = makeFolders();
     if (outcome)
         outcome = copyEntries();
+    if (!m_claim)
+        m_claim = claim(m_to); // a file, by now
     if (outcome)
         outcome = copyOtherNames();
     if (outcome)
@@ -88,6 +91,7 @@ Outcome TreeCopy::makeFolders()
             return failure(parent, name, errno);
         if (parent != 0)
             continue;
+        m_claim = claim(m_to);
         const int made = to.open(index);
         if (const int error = made < 0 ? errno : Native::dropInheritance(made))
             return failure(parent, name, error);

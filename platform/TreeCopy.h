@@ -8,8 +8,9 @@
 
 namespace FileTree {
 
-/// Copies one tree to a place where nothing stands yet. Until the end the new tree is open to
-/// its owner alone; what there is of it after a failure is left to the caller.
+/// Copies one tree to a place where nothing stands yet, and claims it for as long as it lives.
+/// Until the end the new tree is open to its owner alone; what there is of it after a failure is
+/// left to the caller.
 class TreeCopy
 {
 public:
@@ -40,6 +41,7 @@ private:
     const ProgressHandler &m_progress;
     QElapsedTimer m_sinceReport;
     TreeListing m_tree;
+    FileDescriptor m_claim;
 
     // Shared by the two threads that copy the entries.
     std::atomic<size_t> m_taken = 0;

@@ -5,14 +5,15 @@
 #include "Leftovers.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <fcntl.h>
 
+#include <filesystem>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
 using FileTree::failure;
+namespace fs = std::filesystem;
 using FileTree::Place;
 using FileTree::Native::stampOf;
 
@@ -34,14 +35,15 @@ struct Target
     [[nodiscard]] FileVersion version() const { return stampOf(status); }
 };
 
-/// The path without links at its end, also when the last one leads nowhere.
-QString throughLinks(const QString &path)
+/// The path without links at its end, also when the last one leads nowhere. Those on the way, and
+/// "..", are the system's to follow.
+fs::path throughLinks(fs::path path)
 {
     constexpr int mostLinks = 40;
-    QFileInfo file(path);
-    for (int links = 0; links < mostLinks && file.isSymLink(); ++links)
-        file.setFile(file.symLinkTarget());
-    return file.absoluteFilePath();
+    std::error_code error;
+    for (int links = 0; links < mostLinks && fs::is_symlink(path, error); ++links)
+        path = path.parent_path() / fs::read_symlink(path, error);
+    return path;
 }
 
 /// 0, or why the open file or folder is not to be written.
@@ -55,16 +57,16 @@ int checkForWriting(const Place &place, const struct stat &status)
 
 Result<Target> openTarget(const QString &path)
 {
-    const QFileInfo file(throughLinks(path));
+    const fs::path file = throughLinks(QFile::encodeName(path).toStdString());
     Target target;
     struct stat folder = {};
-    target.folder = FileDescriptor(
-        ::open(QFile::encodeName(file.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    target.folder =
+        FileDescriptor(::open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!target.folder || ::fstat(target.folder.get(), &folder) != 0)
-        return failure(u"cannot open "_s + file.path(), errno);
+        return failure(u"cannot open the folder of "_s + path, errno);
     if (const int error = checkForWriting({target.folder.get(), "."}, folder))
-        return failure(u"cannot write to "_s + file.path(), error);
-    target.place = {target.folder.get(), QFile::encodeName(file.fileName())};
+        return failure(u"cannot write to the folder of "_s + path, error);
+    target.place = {target.folder.get(), QByteArray::fromStdString(file.filename())};
     target.file =
         FileDescriptor(::openat(target.place.folder, target.place.name.constData(),
                                 O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
@@ -82,17 +84,8 @@ Result<Target> openTarget(const QString &path)
 /// What the new file would lose of the one that it replaces: tags and comments above all.
 int keepAttributes(const Target &original, int file)
 {
-    const struct stat &status = original.status;
-    mode_t mode = status.st_mode & 07777;
+    const mode_t mode = FileTree::keepOwner(file, original.status);
     struct stat kept = {};
-    if (::fstat(file, &kept) != 0)
-        return errno;
-    const bool isSameOwner = kept.st_uid == status.st_uid && kept.st_gid == status.st_gid;
-    if (!isSameOwner && ::fchown(file, status.st_uid, status.st_gid) != 0) {
-        mode &= ~mode_t(S_ISUID | S_ISGID); // not for another owner
-        if (::fchown(file, uid_t(-1), status.st_gid) != 0)
-            mode = (mode & ~mode_t(S_IRWXG)) | mode_t((mode & S_IRWXO) << 3);
-    }
     if (const int error = FileTree::Native::copyExtendedAttributes(original.file.get(), file))
         return error;
     if (::fstat(file, &kept) != 0)
@@ -114,7 +107,7 @@ public:
             return;
         const int error = errno;
         if (m_file || error != EEXIST)
-            ::unlinkat(folder, m_place.name.constData(), 0);
+            std::ignore = ::unlinkat(folder, m_place.name.constData(), 0);
         m_file = FileDescriptor();
         errno = error;
     }
@@ -122,7 +115,7 @@ public:
     {
         // After an exchange that failed on its way back, somebody else's file bears the name.
         if (isAt(m_place))
-            ::unlinkat(m_place.folder, m_place.name.constData(), 0);
+            std::ignore = ::unlinkat(m_place.folder, m_place.name.constData(), 0);
     }
     Q_DISABLE_COPY_MOVE(Temporary)
 
@@ -210,8 +203,14 @@ Outcome takePlaceOf(const Target &original, const Temporary &temporary)
         if (FileTree::stampAt(temporary.place(), &found) != ENOENT)
             done = failure(u"cannot remove the old one"_s, error);
     }
-    if (!done)
-        std::ignore = FileTree::Native::exchange(temporary.place(), place);
+    if (!done && FileTree::Native::exchange(temporary.place(), place) != 0 &&
+        !temporary.isAt(temporary.place())) {
+        // What bears the temporary's name now is no leftover, to be removed one day.
+        const QByteArray aside = FileTree::asideName();
+        std::ignore = ::renameat(place.folder, temporary.place().name.constData(), place.folder,
+                                 aside.constData());
+        return Failure{done.reason() + u", and remains as "_s + QFile::decodeName(aside)};
+    }
     return done;
 }
 
@@ -224,7 +223,7 @@ Outcome takeFreePlace(const Place &place, const Temporary &temporary)
         return failure(u"cannot name it"_s, error);
     Outcome done = flushName(place);
     if (!done && temporary.isAt(place))
-        ::unlinkat(place.folder, place.name.constData(), 0);
+        std::ignore = ::unlinkat(place.folder, place.name.constData(), 0);
     return done;
 }
 

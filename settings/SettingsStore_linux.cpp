@@ -94,9 +94,18 @@ Result<QByteArray> appended(const QByteArray &text, const QVariant &item, QLatin
     const QByteArrayView separated = QByteArrayView(*twice).trimmed();
     constexpr qsizetype separator = 2; // a comma and a blank
     const qsizetype length = (separated.size() - separated.indexOf('=') - 1 - separator) / 2;
+    const auto end = std::ranges::find_first_of(items, "\r\n"_L1); // or the file's end
     QByteArray longer = text;
-    longer.insert(text.indexOf('\n', start), separated.last(length + separator));
+    longer.insert(start + (end - items.begin()), separated.last(length + separator));
     return longer;
+}
+
+/// Whether somebody has written the file since it was read.
+bool hasChanged(const QString &path, const WholeFile &file)
+{
+    const Result<WholeFile> now = readWholeFile(path);
+    return now && now->version.has_value() &&
+           !(file.version && now->version->hasSameContent(*file.version));
 }
 
 Outcome change(const std::function<Result<QByteArray>(const QByteArray &)> &newText)
@@ -106,18 +115,24 @@ Outcome change(const std::function<Result<QByteArray>(const QByteArray &)> &newT
     if (const Outcome made = FileTree::createFolders(folder); !made)
         return made;
     const SettingsLock lock(folder);
-    const Result<WholeFile> file = readWholeFile(path);
-    if (!file)
-        return Failure{file.reason()};
-    const Result<QByteArray> text = newText(file->content);
-    if (!text)
-        return Failure{text.reason()};
-    if (*text == file->content)
-        return {};
-    const Result<FileVersion> written =
-        writeWholeFile(path, file->version,
-                       [&text](QIODevice &device) { return device.write(*text) == text->size(); });
-    return written ? Outcome() : Failure{written.reason()};
+    constexpr int mostTimes = 100;
+    for (int times = 1;; ++times) {
+        const Result<WholeFile> file = readWholeFile(path);
+        if (!file)
+            return Failure{file.reason()};
+        const Result<QByteArray> text = newText(file->content);
+        if (!text)
+            return Failure{text.reason()};
+        if (*text == file->content)
+            return {};
+        const Result<FileVersion> written =
+            writeWholeFile(path, file->version, [&text](QIODevice &device) {
+                return device.write(*text) == text->size();
+            });
+        // Some disks have no locks, and some programs know of none: theirs is edited again.
+        if (written || times == mostTimes || !hasChanged(path, *file))
+            return written ? Outcome() : Failure{written.reason()};
+    }
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "DiskRow.h"
 #include "platform/Path.h"
+#include "tests/support/DiskSteps.h"
 #include "tests/support/TableRows.h"
 #include "tests/support/TestHome.h"
 
@@ -22,6 +23,7 @@ private Q_SLOTS:
     void rows_data() { addTableRows({u"platform/FileTree.table"_s}); }
     void rows();
     void holes_stayHoles();
+    void growingCopy_isNoLeftover();
     void paths_data() { addTableRows({u"platform/Path.table"_s}); }
     void paths();
 };
@@ -63,6 +65,18 @@ void FileTreeTest::holes_stayHoles()
         if (QStorageInfo(to) != QStorageInfo(home.path())) // or the move is no more than a rename
             last = {};
     }
+}
+
+void FileTreeTest::growingCopy_isNoLeftover()
+{
+    const TestHome home;
+    prepareDisk(home, "file Tree/file, old Tree 25, file other, folder To");
+    const auto progress = [&](const auto &) { // in the end it is as old as its source
+        std::ignore = FileTree::copy({u"~"_s, u"other"_s}, {u"~/To"_s, u"other"_s});
+    };
+    QVERIFY(FileTree::copy({u"~"_s, u"Tree"_s}, {u"~/To"_s, u"grown"_s}, progress));
+    QCOMPARE(home.names(u"To"_s), QStringList({u"grown"_s, u"other"_s}));
+    QCOMPARE(home.names(u"To/grown"_s), {u"file"_s});
 }
 
 void FileTreeTest::paths()

@@ -55,13 +55,16 @@ void LinuxSettingsStoreTest::values_areThoseOfQSettings()
         QCOMPARE(asQSettingsReads(home, SettingsStore::installations).toList(), records);
         QCOMPARE(SettingsStore().object(SettingsStore::installations).toList(), records);
     }
+    home.makeFile(file, home.read(file).split('\n').mid(0, 3).join('\n')); // up to their line's end
+    QVERIFY(SettingsStore().appendObject(record(u"last"_s), SettingsStore::installations));
+    records << record(u"last"_s);
+    QCOMPARE(asQSettingsReads(home, SettingsStore::installations).toList(), records);
     QVERIFY(SettingsStore().setObject(u"/a, b"_s, SettingsStore::theAppBackupPath));
     QVERIFY(SettingsStore().removeObject(SettingsStore::installations));
     QCOMPARE(asQSettingsReads(home, SettingsStore::installations), QVariant());
     QCOMPARE(asQSettingsReads(home, SettingsStore::theLastBackupDate), QVariant(date));
     QCOMPARE(asQSettingsReads(home, SettingsStore::theAppBackupPath), QVariant(u"/a, b"_s));
     QVERIFY(home.read(file).startsWith("[General]\n"));
-    QVERIFY(home.read(file).contains("\n[Other]\ninstallations="));
     QVERIFY(!home.read(file).contains("End"));
 }
 
