@@ -5,7 +5,6 @@
 #include "motion/PrettyPrinter.h"
 #include "motion/ProjectChanges.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -17,13 +16,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Flushing to a disk would take most of the time.
-QString scratchFolder()
-{
-    const QString memory = u"/dev/shm"_s;
-    return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + u"/motion-XXXXXX"_s;
-}
 
 bool write(const QString &path, QByteArrayView content)
 {
@@ -56,7 +48,7 @@ constexpr std::array<Change, 5> changes = {
 
 const char *problemWith(QByteArrayView file)
 {
-    static const QTemporaryDir folder(scratchFolder());
+    static const QTemporaryDir folder;
     const QString path = folder.filePath(u"x.motn"_s);
     for (const Change change : changes) {
         if (!write(path, file))

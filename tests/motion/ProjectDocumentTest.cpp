@@ -99,17 +99,9 @@ QByteArray mutated(QByteArray text, const QByteArrayList &tokens, std::mt19937 &
         return static_cast<qsizetype>(engine() % static_cast<unsigned long>(below));
     };
     for (qsizetype changes = 1 + random(3); changes > 0; --changes) {
-        const qsizetype place = random(text.size());
-        switch (random(3)) {
-        case 0:
-            text.remove(place, random(12));
-            break;
-        case 1:
-            text[place] = static_cast<char>(random(256));
-            break;
-        default:
-            text.replace(place, random(3), tokens[random(tokens.size())]);
-        }
+        const QByteArray put =
+            random(3) == 0 ? QByteArray(1, char(random(256))) : tokens[random(tokens.size())];
+        text.replace(random(text.size()), random(8), put);
     }
     return text;
 }

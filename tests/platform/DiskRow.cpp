@@ -1,6 +1,5 @@
 #include "DiskRow.h"
 
-#include "platform/FileTree.h"
 #include "platform/Path.h"
 #include "platform/WholeFile.h"
 #include "tests/support/DiskSteps.h"
@@ -26,10 +25,10 @@ Snapshot without(Snapshot all, const QString &path)
     return all;
 }
 
-/// Of an item in the home.
-QString relative(const FileTree::Item &item)
+/// The path of an item in the home.
+QString relative(const QString &folder, const QString &name)
 {
-    return QString(item.folder + u'/' + item.name).mid(2);
+    return name.isEmpty() ? QString() : QString(folder + u'/' + name).mid(2);
 }
 
 qsizetype openFiles()
@@ -38,6 +37,25 @@ qsizetype openFiles()
 }
 
 } // namespace
+
+bool runDiskAction(const QStringList &action, FileTree::CopyProgress *last)
+{
+    const FileTree::Item from{action.value(1), action.value(2)};
+    const FileTree::Item to{action.value(3), action.value(4)};
+    const auto progress = [last](const FileTree::CopyProgress &now) { *last = now; };
+    const QString path = Path::joined(Path::expandingTilde(from.folder), from.name);
+    if (action[0] == u"move")
+        return bool(FileTree::move(from, to, progress));
+    if (action[0] == u"copy")
+        return bool(FileTree::copy(from, to, progress));
+    if (action[0] == u"trash")
+        return bool(FileTree::trash(from));
+    if (action[0] == u"flush")
+        return bool(FileTree::flush(from));
+    const auto file = readWholeFile(path);
+    return file && writeWholeFile(path, file->version,
+                                  [](QIODevice &device) { return device.write("new") == 3; });
+}
 
 void tryDiskRow(const QByteArrayList &row)
 {
@@ -51,30 +69,20 @@ void tryDiskRow(const QByteArrayList &row)
     const Snapshot before = home.snapshot();
     const qsizetype open = openFiles();
     const QStringList action = words(row[1]);
-    const FileTree::Item from{action.value(1), action.value(2)};
-    const FileTree::Item to{action.value(3), action.value(4)};
     FileTree::CopyProgress last;
-    const auto progress = [&](const FileTree::CopyProgress &now) { last = now; };
-
-    const auto write = [&] {
-        const QString path = Path::joined(Path::expandingTilde(from.folder), from.name);
-        return bool(writeWholeFile(path, readWholeFile(path)->version,
-                                   [](QIODevice &file) { return file.write("new") == 3; }));
-    };
-    const bool isDone = action[0] == u"trash"   ? bool(FileTree::trash(from))
-                        : action[0] == u"write" ? write()
-                        : action[0] == u"copy"  ? bool(FileTree::copy(from, to, progress))
-                                                : bool(FileTree::move(from, to, progress));
+    const bool isDone = runDiskAction(action, &last);
 
     const QByteArrayList foretold = row[2].split(',');
     const Snapshot after = home.snapshot();
     Snapshot expected = before;
+    const QString from = relative(action[1], action[2]);
+    const QString to = relative(action.value(3), action.value(4));
     if (foretold[0] == "done") {
         if (action[0] == u"move" || action[0] == u"trash")
-            expected = without(before, relative(from));
-        for (auto item = before.begin(); item != before.end() && !to.name.isEmpty(); ++item) {
-            if (isWithin(item.key(), relative(from)))
-                expected[relative(to) + item.key().mid(relative(from).size())] = *item;
+            expected = without(before, from);
+        for (auto item = before.begin(); item != before.end() && !to.isEmpty(); ++item) {
+            if (isWithin(item.key(), from))
+                expected[to + item.key().mid(from.size())] = *item;
         }
     }
     for (const QByteArray &each : foretold.sliced(1)) {

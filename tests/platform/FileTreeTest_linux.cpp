@@ -1,8 +1,9 @@
 #include "DiskRow.h"
 #include "platform/FileTree.h"
+#include "platform/WholeFile.h"
 #include "tests/faults/Shim.h"
+#include "tests/support/DiskSteps.h"
 #include "tests/support/TableRows.h"
-#include "tests/support/TestHome.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -10,13 +11,12 @@
 #include <QStorageInfo>
 #include <QUrl>
 
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
 
 using namespace Qt::StringLiterals;
-
-static const QString trashFolder = u".local/share/Trash/"_s;
 
 /// The same on file systems with lesser renames, and the trash that the file manager restores from.
 class LinuxFileTreeTest : public QObject
@@ -24,74 +24,110 @@ class LinuxFileTreeTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void rows_data();
+    void rows_data()
+    {
+        addTableRows({u"platform/FileTree.table"_s, u"platform/FileTree_linux.table"_s});
+    }
     void rows();
+    void anothersVersion_staysWheneverItComes();
+    void failures_data() { addTableRows({u"platform/Failures_linux.table"_s}); }
+    void failures();
     void trash_isRestorable();
-    void trash_onOtherFileSystem_isRestorable();
 };
-
-void LinuxFileTreeTest::rows_data()
-{
-    addTableRows({u"platform/FileTree.table"_s, u"platform/FileTree_linux.table"_s});
-}
 
 void LinuxFileTreeTest::rows()
 {
     QFETCH(const QByteArrayList, row);
     const auto restore = qScopeGuard([] { Shim::disarm(); });
-    for (const int error : {0, EINVAL, ENOTSUP, ENOSYS}) {
+    for (const int error : {EINVAL, ENOTSUP, ENOSYS}) {
         Shim::Report report;
         Shim::arm({}, &report, {error});
         tryDiskRow(row);
     }
 }
 
-void LinuxFileTreeTest::trash_isRestorable()
+void LinuxFileTreeTest::anothersVersion_staysWheneverItComes()
 {
-    const TestHome home; // and no trash in it yet
-    // The longest that a file system takes: the record's name must be shorter.
-    const QString name = u"100% – ü"_s + QString(244, u'n');
-    const QByteArray path = "/100%25%20%E2%80%93%20%C3%BC" + QByteArray(244, 'n');
-    home.makeFile(name + u"/inside"_s);
-
-    QVERIFY(FileTree::trash({u"~"_s, name}));
-
-    QVERIFY(!home.exists(name));
-    const QString inTrash = home.names(trashFolder + u"files"_s).value(0);
-    QCOMPARE(home.read(trashFolder + u"files/"_s + inTrash + u"/inside"_s), "content");
-    const QByteArray record = home.read(trashFolder + u"info/"_s + inTrash + u".trashinfo"_s);
-    const QByteArray start =
-        "[Trash Info]\nPath=" + home.path().toUtf8() + path + "\nDeletionDate=";
-    QVERIFY(record.startsWith(start));
-    const QString date = QString::fromLatin1(record).trimmed().section(u'=', -1);
-    QVERIFY(QDateTime::fromString(date, Qt::ISODate).isValid());
+    bool isCalled = true;
+    for (int turn = 0; isCalled; ++turn) {
+        const TestHome home;
+        prepareDisk(home, "file file old, old file 1");
+        const QString path = home.path(u"file"_s);
+        const auto version = readWholeFile(path)->version;
+        const auto race = [&] { // written to, and put in place of the other one
+            const bool isAside = turn % 2 == 0 || QFile::rename(path, home.path(u"aside"_s));
+            return isAside && !home.makeFile(u"file"_s, "ALL").isEmpty();
+        };
+        Shim::Report report;
+        Shim::arm({{Shim::Kind::Race, 0, 1 + turn / 2, race}}, &report);
+        std::ignore = writeWholeFile(path, version, [](auto &file) { return file.write("new"); });
+        Shim::disarm();
+        isCalled = report.calls > turn / 2;
+        QCOMPARE(home.read(u"file"_s), report.hasHappened ? "ALL" : "new");
+    }
 }
 
-void LinuxFileTreeTest::trash_onOtherFileSystem_isRestorable()
+void LinuxFileTreeTest::failures()
+{
+    QFETCH(const QByteArrayList, row);
+    const QStringList foretold = words(row[2]);
+    int met = 0;
+    bool isCalled = true;
+    for (int call = 1; isCalled; ++call) {
+        const TestHome home;
+        prepareDisk(home, row[0]);
+        const bool isTagged =
+            ::setxattr(qPrintable(home.path(u"file"_s)), "user.tag", "red", 3, 0) == 0;
+        if (foretold[0] == u"fsetxattr" && !isTagged)
+            QSKIP("no such attributes on this disk");
+        FileTree::CopyProgress last;
+        Shim::Report report;
+        Shim::arm({{Shim::Kind::Error, foretold[1].toInt(), call}}, &report);
+        const bool isDone = runDiskAction(words(row[1]), &last);
+        Shim::disarm();
+        isCalled = report.calls >= call;
+        if (foretold[0] == QLatin1String(report.name.load())) {
+            QCOMPARE(isDone ? u"done"_s : u"refused"_s, foretold[3]);
+            ++met;
+        }
+    }
+    QCOMPARE(met, foretold[2].toInt());
+}
+
+/// On the disk of the home, where there is no trash yet, and on another one, by the path from its
+/// top.
+void LinuxFileTreeTest::trash_isRestorable()
 {
     const TestHome home;
     const QTemporaryDir elsewhere(u"/dev/shm/brimvale-test-XXXXXX"_s);
-    const QStorageInfo disk(elsewhere.path());
-    if (!elsewhere.isValid() || disk == QStorageInfo(home.path()))
-        QSKIP("no second file system");
-    const QString name = u"Glow of "_s + QFileInfo(elsewhere.path()).fileName();
-    QVERIFY(QDir(elsewhere.path()).mkpath(name + u"/inside"_s));
+    const QString top = QStorageInfo(elsewhere.path()).rootPath();
+    const QString user = top + u"/.Trash-" + QString::number(::getuid());
+    for (const bool isElsewhere : {false, true}) {
+        if (isElsewhere && top == QStorageInfo(home.path()).rootPath())
+            QSKIP("no second file system");
+        const QString folder = isElsewhere ? elsewhere.path() : home.path();
+        const QDir trash(isElsewhere ? user : home.path(u".local/share/Trash"_s));
+        // The longest that a file system takes: the record's name must be shorter.
+        QString name = u"100% – ü"_s + QFileInfo(folder).fileName();
+        name += QString(255 - name.toUtf8().size(), u'n');
+        QVERIFY(QDir(folder).mkpath(name + u"/inside"_s));
 
-    QVERIFY(FileTree::trash({elsewhere.path(), name}));
+        QVERIFY(FileTree::trash({folder, name}));
 
-    QVERIFY(!QFileInfo::exists(elsewhere.filePath(name)));
-    const QString trash = disk.rootPath() + u"/.Trash-%1/"_s.arg(::getuid());
-    QVERIFY(QDir(trash + u"files/"_s + name).exists(u"inside"_s));
-    QFile record(trash + u"info/"_s + name + u".trashinfo"_s);
-    QVERIFY(record.open(QFile::ReadOnly));
-    // By the path from the top of its disk.
-    const QString path = QDir(disk.rootPath()).relativeFilePath(elsewhere.filePath(name));
-    const QByteArray start = "[Trash Info]\nPath=" + QUrl::toPercentEncoding(path, "/") + '\n';
-    QVERIFY(record.readAll().startsWith(start));
-    QVERIFY(record.remove());
-    QVERIFY(QDir(trash + u"files/"_s + name).removeRecursively());
-    for (const char *folder : {"files", "info", ""})
-        QDir().rmdir(trash + QLatin1String(folder)); // when nothing else is in it
+        QVERIFY(!QFileInfo::exists(folder + u'/' + name));
+        const QString item = QDir(trash.filePath(u"files"_s)).entryList({name.first(30) + u'*'})[0];
+        QVERIFY(QDir(trash.filePath(u"files/"_s + item)).removeRecursively());
+        QFile record(trash.filePath(u"info/%1.trashinfo"_s.arg(item)));
+        QVERIFY(record.open(QFile::ReadOnly));
+        const QString path = isElsewhere ? QDir(top).relativeFilePath(folder) : folder;
+        const QStringList lines = QString::fromLatin1(record.readAll()).split(u'\n');
+        QCOMPARE(lines[0], u"[Trash Info]"_s);
+        QCOMPARE(lines[1].toLatin1(), "Path=" + QUrl::toPercentEncoding(path + u'/' + name, "/"));
+        QVERIFY(QDateTime::fromString(lines[2], u"'DeletionDate='yyyy-MM-ddTHH:mm:ss"_s).isValid());
+        QVERIFY(record.remove());
+    }
+    for (const char *folder : {"/files", "/info", ""})
+        QDir().rmdir(user + QLatin1String(folder)); // when nothing else is in it
 }
 
 QTEST_GUILESS_MAIN(LinuxFileTreeTest)

@@ -30,30 +30,9 @@ class WholeFileTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void anotherProgramsVersion_stays();
     void ownVersion_isReplacedAgain();
     void ownerAndGroup_areKept();
 };
-
-void WholeFileTest::anotherProgramsVersion_stays()
-{
-    for (const bool isReplaced : {false, true}) {
-        const TestHome home;
-        const QString path = home.makeFile(u"x/file"_s, "all");
-        const auto version = readWholeFile(path)->version;
-        const FileWriter interfere = [&](QIODevice &file) {
-            const bool isAside = !isReplaced || QFile::rename(path, home.path(u"old"_s));
-            home.makeFile(u"x/file"_s, "ALL"); // the same file, when it is still there
-            return isAside && writeNew(file);
-        };
-        // Neither while it grows, nor before, nor if nothing was there.
-        QVERIFY(!writeWholeFile(path, version, interfere));
-        QVERIFY(!writeWholeFile(path, version, writeNew));
-        QVERIFY(!writeWholeFile(path, {}, writeNew));
-        QCOMPARE(home.read(u"x/file"_s), "ALL"_ba);
-        QCOMPARE(home.names(u"x"_s), QStringList(u"file"_s));
-    }
-}
 
 void WholeFileTest::ownVersion_isReplacedAgain()
 {
@@ -69,6 +48,7 @@ void WholeFileTest::ownVersion_isReplacedAgain()
     }
     QCOMPARE(home.names({}), QStringList(u"file"_s));
     QVERIFY(!writeWholeFile(path, version, [](QIODevice &file) { return file.write("x") == 2; }));
+    QVERIFY(!writeWholeFile(path, {}, writeNew)); // as if nothing had been there
     QCOMPARE(home.read(u"file"_s), "new"_ba);
     QCOMPARE(home.names({}), QStringList(u"file"_s));
 }
@@ -82,13 +62,15 @@ void WholeFileTest::ownerAndGroup_areKept()
     const QByteArray name = QFile::encodeName(path);
     QCOMPARE(::chmod(qPrintable(home.path()), 0755), 0);
     QCOMPARE(::chmod(qPrintable(home.path(u"shared"_s)), 0777), 0);
-    QCOMPARE(::chown(name.constData(), 4711, 4712) + ::chmod(name.constData(), 02674), 0);
     const FileWriter writeInPrivate = [](QIODevice &file) {
         constexpr auto others = QFile::ReadGroup | QFile::ReadOther;
         return (static_cast<QFile &>(file).permissions() & others) == 0 && writeNew(file);
     };
-    QVERIFY(writeWholeFile(path, readWholeFile(path)->version, writeInPrivate));
-    QCOMPARE(ownership(name), (QList<uint>{4711, 4712, 02674}));
+    for (const uint owner : {0U, 4711U}) {
+        QCOMPARE(::chown(name.constData(), owner, 4712) + ::chmod(name.constData(), 02674), 0);
+        QVERIFY(writeWholeFile(path, readWholeFile(path)->version, writeInPrivate));
+        QCOMPARE(ownership(name), (QList<uint>{owner, 4712, 02674}));
+    }
 
     // By one who may give away neither: the new group gets no more than everybody.
     QCOMPARE(::chmod(name.constData(), 06674) + ::seteuid(4713), 0);
