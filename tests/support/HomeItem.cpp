@@ -2,7 +2,7 @@
 
 #include "LibraryHome.h"
 #include "history/InstallationRecord.h"
-#include "tests/motion/MotionFixtures.h"
+#include "platform/WholeFile.h"
 
 #include <QBuffer>
 #include <QDateTime>
@@ -17,7 +17,9 @@ QByteArray contentOf(const QString &text)
     QStringList words = text.split(u' ');
     const QString kind = words.takeFirst();
     if (kind == u"motion") {
-        QString file = QString::fromUtf8(motionFile());
+        const auto seed =
+            readWholeFile(QStringLiteral(BRIMVALE_TESTS_FOLDER "/fuzz/seeds/motion.motn"));
+        QString file = QString::fromUtf8(seed->content);
         for (const QString &each : words)
             file.replace(each.section(u"=>"_s, 0, 0), each.section(u"=>"_s, 1));
         return file.toUtf8();

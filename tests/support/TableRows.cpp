@@ -23,9 +23,9 @@ QByteArray unescaped(QByteArray cell)
 
 } // namespace
 
-void addTableRows(const QStringList &files)
+QList<QByteArrayList> tableRows(const QStringList &files)
 {
-    QByteArrayList lines;
+    QList<QByteArrayList> rows;
     for (const QString &name : files) {
         QFile file(QStringLiteral(BRIMVALE_TESTS_FOLDER "/") + name);
         if (!file.open(QFile::ReadOnly))
@@ -33,14 +33,20 @@ void addTableRows(const QStringList &files)
         while (!file.atEnd()) {
             const QByteArray line = file.readLine();
             if (line.startsWith(' '))
-                lines.last() += line.trimmed();
-            else if (!line.startsWith('#'))
-                lines << line.trimmed();
+                rows.last() << line.trimmed();
+            else if (!line.startsWith('#') && !line.trimmed().isEmpty())
+                rows << QByteArrayList{line.trimmed()};
         }
     }
+    return rows;
+}
+
+void addTableRows(const QStringList &files)
+{
     QTest::addColumn<QByteArrayList>("row");
     QByteArrayList row;
-    for (const QByteArray &line : std::as_const(lines)) {
+    for (const QByteArrayList &lines : tableRows(files)) {
+        const QByteArray line = lines.join();
         const QByteArrayList above = row;
         row.clear();
         for (const QByteArray &cell : line.split('|'))

@@ -1,4 +1,4 @@
-#include "Step.h"
+#include "Scene.h"
 
 #include "HomeItem.h"
 #include "widgets/ProgressAnimation.h"
@@ -176,18 +176,28 @@ bool useSurroundings(const Step &step)
 
 } // namespace
 
-void perform(const QString &step, const RunningProgram &program, ChangeList &changes,
-             const TestHome &home)
+Scene::Furnished::Furnished(const QStringList &items)
 {
-    const QString argument =
-        step.section(u' ', 1).replace(u"LIB"_s, u"Movies/Motion Templates.localized"_s);
-    const Step words{program,
-                     changes,
-                     home,
-                     step.section(u' ', 0, 0),
-                     argument.section(u' ', 0, 0),
-                     argument,
-                     argument.section(u' ', 1)};
-    QVERIFY2(useControl(words) || useSurroundings(words), qUtf8Printable(u"no step: "_s + step));
-    QVERIFY(QTest::qWaitFor([&] { return words.verb == u"panel" || changes.isAnswered(); }));
+    for (const QString &item : items)
+        putIntoHome(*this, item);
+}
+
+Scene::Scene(const QStringList &items) : m_home(items) {}
+
+void Scene::perform(const QString &steps)
+{
+    for (const QString &step : steps.split(u", "_s, Qt::SkipEmptyParts)) {
+        const QString argument =
+            step.section(u' ', 1).replace(u"LIB"_s, u"Movies/Motion Templates.localized"_s);
+        const Step words{m_program,
+                         m_changes,
+                         m_home,
+                         step.section(u' ', 0, 0),
+                         argument.section(u' ', 0, 0),
+                         argument,
+                         argument.section(u' ', 1)};
+        QVERIFY2(useControl(words) || useSurroundings(words),
+                 qUtf8Printable(u"no step: "_s + step));
+        QVERIFY(QTest::qWaitFor([&] { return words.verb == u"panel" || m_changes.isAnswered(); }));
+    }
 }
