@@ -24,11 +24,6 @@ TemplateCategory make(const QString &name, const QString &extension, const char 
 
 } // namespace
 
-QString TemplateLibrary::moviesFolder()
-{
-    return u"~/Movies/"_s;
-}
-
 QString TemplateLibrary::rootName()
 {
     return u"Motion Templates.localized"_s;
@@ -36,7 +31,7 @@ QString TemplateLibrary::rootName()
 
 QString TemplateLibrary::root()
 {
-    return moviesFolder() + rootName();
+    return u"~/Movies/"_s + rootName();
 }
 
 std::span<const TemplateCategory> TemplateLibrary::categories()

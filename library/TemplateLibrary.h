@@ -18,11 +18,10 @@ struct TemplateCategory
 /// they are used.
 namespace TemplateLibrary {
 
-/// Motion's parent folder for the library; it is the user's and never created here.
-QString moviesFolder();
-/// The library's own name inside it.
+/// The library's own name, in the user's Movies folder.
 QString rootName();
-/// The library's root, without a trailing "/".
+/// The library's root, without a trailing "/". The folder above it is the user's and never created
+/// here.
 QString root();
 
 /// Compositions, Effects, Generators, Titles, Transitions: a category's place in this order is
