@@ -188,6 +188,7 @@ BackupWindow::Written BackupWindow::copyLibrary(const QString &folder, const QSt
         }
     }
     backupProgress->hide();
+    backupProgress->setValue(0);
     backupAmount->clear();
     return written;
 }
