@@ -1,49 +1,39 @@
 #include "BrimvaleAppDelegate.h"
 #include "library/TemplateLibrary.h"
-#include "platform/Path.h"
 #include "platform/Workspace.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-void openFolder(const QString &path)
-{
-    std::ignore = openAddress(QUrl::fromLocalFile(Path::expandingTilde(path)));
-}
-
-} // namespace
 
 // Some of these paths end in "/" and some do not: they have always been passed on so.
 
 void BrimvaleAppDelegate::openTemplatesRootFolder()
 {
-    openFolder(TemplateLibrary::root() + u'/');
+    std::ignore = openFolder(TemplateLibrary::root() + u'/');
 }
 
 void BrimvaleAppDelegate::openCompositionsFolder()
 {
-    openFolder(TemplateLibrary::category(0)->path);
+    std::ignore = openFolder(TemplateLibrary::category(0)->path);
 }
 
 void BrimvaleAppDelegate::openEffectsFolder()
 {
-    openFolder(TemplateLibrary::category(1)->path + u'/');
+    std::ignore = openFolder(TemplateLibrary::category(1)->path + u'/');
 }
 
 void BrimvaleAppDelegate::openGeneratorsFolder()
 {
-    openFolder(TemplateLibrary::category(2)->path + u'/');
+    std::ignore = openFolder(TemplateLibrary::category(2)->path + u'/');
 }
 
 void BrimvaleAppDelegate::openTitlesFolder()
 {
-    openFolder(TemplateLibrary::category(3)->path);
+    std::ignore = openFolder(TemplateLibrary::category(3)->path);
 }
 
 void BrimvaleAppDelegate::openTransitionsFolder()
 {
-    openFolder(TemplateLibrary::category(4)->path);
+    std::ignore = openFolder(TemplateLibrary::category(4)->path);
 }
 
 void BrimvaleAppDelegate::runHelpWebView()

@@ -228,7 +228,7 @@ void BackupWindow::showResult(const Written &written, const QString &folder,
 
 void BackupWindow::showBackup()
 {
-    std::ignore = openAddress(QUrl::fromLocalFile(Path::expandingTilde(backupPath->text()) + u'/'));
+    std::ignore = openFolder(backupPath->text() + u'/');
 }
 
 void BackupWindow::showBackupProgress(const FileTree::CopyProgress &progress)

@@ -139,7 +139,7 @@ void EditPage::backupOriginal()
 
 void EditPage::openArchivesFolder()
 {
-    std::ignore = openAddress(QUrl::fromLocalFile(Path::expandingTilde(archiveFolder)));
+    std::ignore = openFolder(archiveFolder);
 }
 
 void EditPage::askForFrameRate()

@@ -1,12 +1,16 @@
 #include "Workspace.h"
 
 #include "FileTree.h"
+#include "Path.h"
 
 #include <QDesktopServices>
 
 bool openAddress(const QUrl &address)
 {
-    if (address.isLocalFile() && !FileTree::exists(address.toLocalFile()))
-        return false;
     return QDesktopServices::openUrl(address);
+}
+
+bool openFolder(const QString &path)
+{
+    return FileTree::exists(path) && openAddress(QUrl::fromLocalFile(Path::expandingTilde(path)));
 }

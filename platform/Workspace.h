@@ -2,7 +2,9 @@
 
 #include <QUrl>
 
-/// Asks the desktop to open an address: a folder in its file manager, a page in its browser.
-/// A file address is passed on exactly, a trailing "/" included; false, and nothing happens, when
-/// nothing is at that path.
-bool openAddress(const QUrl &address);
+/// Asks the desktop to show a page in its browser; false when it does not.
+[[nodiscard]] bool openAddress(const QUrl &address);
+
+/// Asks the desktop to show a folder in its file manager. A leading "~" is expanded, a trailing "/"
+/// passed on. False when it does not; when nothing is at that path, it is not asked.
+[[nodiscard]] bool openFolder(const QString &path);
