@@ -148,7 +148,7 @@ void BackupWindow::backup()
     Ui::BackupWindow::showBackup->hide();
     const QString datedName = prefix + TemplateLibrary::rootName();
     const Written written = copyLibrary(destination, datedName);
-    runEventLoopFor(2500ms);
+    std::ignore = runEventLoopFor(2500ms);
     lastBackupDate->setObjectValue(backupDate);
     std::ignore =
         SettingsStore().setObject(lastBackupDate->objectValue(), SettingsStore::theLastBackupDate);

@@ -93,7 +93,7 @@ void EditPage::openFile()
         for (const QString &path : paths) {
             // A panel's filter lets other names through: typed ones, and those in upper case.
             if (projectKind(Path::extension(path)))
-                takeFile(path, Intake::Panel);
+                std::ignore = takeFile(path, Intake::Panel);
             else
                 declineFile();
         }

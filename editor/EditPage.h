@@ -27,7 +27,7 @@ public:
 
     // EditPage.cpp: the file and its facts
     /// False when the inspection ended before its last value.
-    bool setString(const QString &path);
+    [[nodiscard]] bool setString(const QString &path);
     void openFile();
     void clearEditor();
 
@@ -52,7 +52,7 @@ Q_SIGNALS:
     void renameAllowed(bool allowed);
 
 protected:
-    bool takeDropped(const QString &path) override;
+    [[nodiscard]] bool takeDropped(const QString &path) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -60,13 +60,13 @@ private:
     using Facts = std::array<FactLabel *, 6>;
 
     void wireControls();
-    bool takeFile(const QString &path, Intake intake);
+    [[nodiscard]] bool takeFile(const QString &path, Intake intake);
     void setLoaded(bool loaded);
     void reset();
     void showKind(const QString &extension);
     void rejectFile();
     void showTheme(const InspectionValues &values);
-    bool showInspection(const InspectionValues &values);
+    [[nodiscard]] bool showInspection(const InspectionValues &values);
     [[nodiscard]] Facts facts() const;
 
     // EditPageLook.cpp: what makes the page telling beside its texts

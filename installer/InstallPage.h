@@ -55,7 +55,7 @@ Q_SIGNALS:
     void libraryRequested();
 
 protected:
-    bool takeDropped(const QString &path) override;
+    [[nodiscard]] bool takeDropped(const QString &path) override;
     bool event(QEvent *event) override;
 
 private:

@@ -11,7 +11,7 @@
 Outcome insertTheme(ProjectDocument &document);
 
 /// Gives every `theme` element this text as its whole content, and answers how many there were.
-int setTheme(ProjectDocument &document, const QString &text);
+[[nodiscard]] int setTheme(ProjectDocument &document, const QString &text);
 
 /// What a conform meets in a document: pairs of a `frameRate` and a `duration`, triples of these
 /// and an `NTSC`, each element of one kind with each of the others.
@@ -24,5 +24,5 @@ struct ConformMatches
 
 /// Sets the first triple to the rate, its frames and an NTSC of 0, or nothing without a rate. The
 /// later triples are only reported: a conform leaves them as they are.
-ConformMatches conformFirstTriple(ProjectDocument &document,
-                                  const std::optional<ConformedRate> &rate);
+[[nodiscard]] ConformMatches conformFirstTriple(ProjectDocument &document,
+                                                const std::optional<ConformedRate> &rate);

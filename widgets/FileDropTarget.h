@@ -19,7 +19,7 @@ Q_SIGNALS:
 
 protected:
     /// Takes one dropped path; false ends the drop, and the paths behind it are not taken.
-    virtual bool takeDropped(const QString &path) = 0;
+    [[nodiscard]] virtual bool takeDropped(const QString &path) = 0;
 
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;

@@ -91,7 +91,7 @@ bool save(const Disks &disks)
     Result<ProjectDocument> opened = openProjectDocument(path);
     if (!opened)
         return false;
-    setTheme(*opened, u"new"_s);
+    std::ignore = setTheme(*opened, u"new"_s);
     return bool(saveProjectDocument(*opened, path));
 }
 

@@ -38,10 +38,12 @@ using Change = void (*)(ProjectDocument &);
 constexpr std::array<Change, 5> changes = {
     [](ProjectDocument &) {},
     [](ProjectDocument &document) { std::ignore = insertTheme(document); },
-    [](ProjectDocument &document) { setTheme(document, u"<A> & \"B\" ]]>\r\n\u00e9"_s); },
-    [](ProjectDocument &document) { setTheme(document, {}); },
     [](ProjectDocument &document) {
-        conformFirstTriple(document, conformedRate(2, u"9.9 seconds"_s));
+        std::ignore = setTheme(document, u"<A> & \"B\" ]]>\r\n\u00e9"_s);
+    },
+    [](ProjectDocument &document) { std::ignore = setTheme(document, {}); },
+    [](ProjectDocument &document) {
+        std::ignore = conformFirstTriple(document, conformedRate(2, u"9.9 seconds"_s));
     }};
 
 } // namespace

@@ -42,7 +42,8 @@ QByteArray changed(const QByteArray &verb, const QByteArray &file)
         else if (verb == "conform")
             isMore = conformFirstTriple(document, ConformedRate{u"25"_s, u"250"_s}).moreTriples;
         else // with what XML cannot hold
-            setTheme(document, u"<b> & \"c\" ]]> 😀\r\n \u0001"_s + QChar(0xD83D) + QChar(0xFFFE));
+            std::ignore = setTheme(document, u"<b> & \"c\" ]]> 😀\r\n \u0001"_s + QChar(0xD83D) +
+                                                 QChar(0xFFFE));
     }));
     return isMore ? content + " and more" : content;
 }
