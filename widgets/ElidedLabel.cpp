@@ -16,6 +16,14 @@ namespace {
 
 constexpr int paperMargin = 8;
 
+/// As much of a text as anybody reads: a file may hold one of millions of characters, and to lay
+/// out so many, or to send them to a screen reader, would hold the window up for seconds.
+QString excerpt(const QString &text)
+{
+    constexpr qsizetype side = 2000;
+    return text.size() <= 2 * side ? text : text.first(side) + u'…' + text.last(side);
+}
+
 class AccessibleText : public QAccessibleWidget
 {
 public:
@@ -25,7 +33,7 @@ public:
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
-        const QString spoken = static_cast<const ElidedLabel *>(object())->spokenText();
+        const QString spoken = excerpt(static_cast<const ElidedLabel *>(object())->spokenText());
         return kind == QAccessible::Name && !spoken.isEmpty() ? spoken
                                                               : QAccessibleWidget::text(kind);
     }
@@ -78,7 +86,7 @@ int ElidedLabel::heightForWidth(int width) const
     const int sides = this->width() - textArea().width();
     const int above = sizeHint().height() - fontMetrics().height();
     const QRect lines = fontMetrics().boundingRect(QRect(0, 0, width - sides, QWIDGETSIZE_MAX),
-                                                   Qt::TextWordWrap, text());
+                                                   Qt::TextWordWrap, excerpt(text()));
     return qMax(sizeHint().height(), lines.height() + above);
 }
 
@@ -96,10 +104,11 @@ bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
+    const QString shown = excerpt(text());
     const bool isShortened =
-        !wordWrap() && fontMetrics().horizontalAdvance(text()) > textArea().width();
+        !wordWrap() && fontMetrics().horizontalAdvance(shown) > textArea().width();
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                       showsText() && isShortened ? toolTipOf(text()) : toolTip(), this);
+                       showsText() && isShortened ? toolTipOf(shown) : toolTip(), this);
     return true;
 }
 
@@ -110,7 +119,7 @@ QRect ElidedLabel::textArea() const
 
 QString ElidedLabel::drawnText() const
 {
-    QString line = showsText() ? text() : m_placeholderText;
+    QString line = showsText() ? excerpt(text()) : m_placeholderText;
     for (const QChar breaking : {u'\n', u'\r', u'\t'})
         line.replace(breaking, u' ');
     return wordWrap() ? line : fontMetrics().elidedText(line, Qt::ElideMiddle, textArea().width());

@@ -8,7 +8,8 @@ QString toolTipOf(const QString &text);
 /// A text on one line, a path above all: shortened in the middle where it is too long, whole in
 /// text() and in the tooltip, and copied whole through the context menu. While there is no text,
 /// a quiet placeholder stands in its place. With wordWrap it is not shortened but goes on in the
-/// next line.
+/// next line. Of a text of thousands of characters all but text() and the copy has the first and
+/// the last ones alone, so that showing it costs no more than any other.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT
