@@ -10,16 +10,11 @@
 
 using namespace Qt::StringLiterals;
 
-dornelHelpBook::dornelHelpBook() : helpWindow(new QDialog)
+dornelHelpBook::dornelHelpBook()
 {
-    setupUi(helpWindow);
+    setupUi(this);
     wireControls();
     awakeFromNib();
-}
-
-dornelHelpBook::~dornelHelpBook()
-{
-    delete helpWindow;
 }
 
 void dornelHelpBook::awakeFromNib()
@@ -29,7 +24,7 @@ void dornelHelpBook::awakeFromNib()
     tabView->setCurrentIndex(0);
     showPage(0);
     // The pictures show the program itself, in the palette that it has here.
-    const bool isDark = helpWindow->palette().color(QPalette::Window).lightness() < 128;
+    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
     const QString name = isDark ? u":/dark/bv_%1.png"_s : u":/bv_%1.png"_s;
     int picture = 0;
     for (QTextBrowser *page : {textView2, textView3, textView4, textView5, textView6}) {
@@ -43,7 +38,7 @@ void dornelHelpBook::runHelpBook()
 {
     tabView->setCurrentIndex(0);
     textView->setFocus(Qt::OtherFocusReason);
-    makeKeyAndOrderFront(helpWindow);
+    makeKeyAndOrderFront(this);
 }
 
 void dornelHelpBook::navigateHOME()

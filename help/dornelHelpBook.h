@@ -2,18 +2,17 @@
 
 #include "ui_HelpBook.h"
 
-#include <QObject>
+#include <QDialog>
 
 /// The paged help: a home page and the pages A to E, each with a picture of the program. Its
-/// outlets are the controls that it inherits from the form.
-class dornelHelpBook : public QObject, private Ui::HelpBook
+/// outlets are the controls that it inherits from the form, whose `helpWindow` it is itself.
+class dornelHelpBook : public QDialog, private Ui::HelpBook
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(dornelHelpBook)
 
 public:
     dornelHelpBook();
-    ~dornelHelpBook() override;
 
     void awakeFromNib();
 
@@ -31,6 +30,4 @@ public:
 private:
     void wireControls();
     void showPage(int page);
-
-    QDialog *helpWindow = nullptr;
 };
