@@ -1,4 +1,5 @@
 #include "EditPage.h"
+#include "motion/ProjectKind.h"
 #include "widgets/Legibility.h"
 #include "widgets/Mark.h"
 
@@ -18,6 +19,16 @@ void setDimmed(QWidget *widget, bool isDimmed)
     if (effect)
         effect->setOpacity(0.5);
     widget->setGraphicsEffect(effect);
+}
+
+/// ".moef, .motn, .moti or .motr"
+QString extensionsText()
+{
+    QStringList extensions;
+    for (const ProjectKind &kind : projectKinds())
+        extensions << u'.' + kind.extension;
+    const QString last = extensions.takeLast();
+    return EditPage::tr("%1 or %2").arg(extensions.join(u", "_s), last);
 }
 
 /// A screen reader says it now, wherever the focus is.
@@ -63,7 +74,7 @@ void EditPage::showCard()
     if (hasFile)
         display->setPlaceholderText({}); // it would keep the window wide
     else
-        invite(tr("Drop a Motion file here"), tr(".motn, .moef, .moti or .motr"));
+        invite(tr("Drop a Motion file here"), extensionsText());
     const std::array<QWidget *, 3> parts{fileCard, emptyPicture, emptyCard};
     for (QWidget *each : parts) // before any is shown: both sides at once would widen the window
         each->hide();
@@ -91,7 +102,7 @@ void EditPage::invite(const QString &heading, const QString &text)
 void EditPage::declineFile()
 {
     invite(tr("That file was not opened"),
-           tr("Its name must end in .motn, .moef, .moti or .motr, in lower case"));
+           tr("Its name must end in %1, in lower case").arg(extensionsText()));
     announce(emptyCard->isVisible() ? emptyHeading : display);
 }
 

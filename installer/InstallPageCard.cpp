@@ -2,6 +2,7 @@
 #include "SubCategorySheet.h"
 #include "TemplateReader.h"
 #include "library/InstallForecast.h"
+#include "motion/ProjectKind.h"
 #include "platform/Path.h"
 #include "widgets/ProgressAnimation.h"
 
@@ -15,15 +16,8 @@ namespace {
 /// Stands for a template without a picture of its own.
 QIcon kindIcon(const TemplateFolder &folder)
 {
-    for (const auto &[extension, name] :
-         std::initializer_list<std::pair<QString, QString>>{{u"moti"_s, u":/mTitle.png"_s},
-                                                            {u"moef"_s, u":/mEffect.png"_s},
-                                                            {u"motr"_s, u":/mTransition.png"_s},
-                                                            {u"motn"_s, u":/mDocument.png"_s}}) {
-        if (folder.motionFiles.contains(extension))
-            return QIcon(name);
-    }
-    return QIcon(u":/icons/library-64.png"_s);
+    const ProjectKind *kind = projectKind(mainExtension(folder));
+    return QIcon(kind ? QString(u":/"_s + kind->iconName) : u":/icons/library-64.png"_s);
 }
 
 } // namespace

@@ -18,6 +18,7 @@ struct MotionKind
     const char *many;
 };
 
+/// What says more of a template comes first.
 const QList<MotionKind> &motionKinds()
 {
     static const QList<MotionKind> kinds = {
@@ -87,6 +88,15 @@ TemplateFolder readTemplateFolder(const QString &path, const std::function<bool(
         count(folder, walk.fileInfo());
     }
     return folder;
+}
+
+QString mainExtension(const TemplateFolder &folder)
+{
+    for (const MotionKind &each : motionKinds()) {
+        if (folder.motionFiles.contains(each.extension))
+            return each.extension;
+    }
+    return {};
 }
 
 QString contentsText(const TemplateFolder &folder)

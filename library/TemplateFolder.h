@@ -31,5 +31,8 @@ TemplateFolder readTemplateFolder(const QString &path,
                                   const std::function<bool()> &isCancelled = {},
                                   const ReadingLimits &limits = {});
 
-/// The same in words: "1 Title, 3.4 MB".
+/// The extension of the Motion files that say most of what the folder is; empty without any.
+QString mainExtension(const TemplateFolder &folder);
+
+/// The folder in words: "1 Title, 3.4 MB".
 QString contentsText(const TemplateFolder &folder);
