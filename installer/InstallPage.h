@@ -86,5 +86,6 @@ private:
     {
         QString name;
         QString place;
+        bool isMoved = false; // or all or some of the original is still where it was
     } justInstalled;
 };

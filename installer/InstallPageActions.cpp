@@ -78,11 +78,15 @@ void InstallPage::moveTemplate(const FileTree::Item &source, const QString &subC
     const TemplateCategory &category = *selectedCategory();
     const FileTree::Item destination{TemplateLibrary::folder(category, subCategory), source.name};
     std::ignore = FileTree::trash(destination);
+    const QString place = Path::joined(destination.folder, destination.name);
+    const bool wasThere = FileTree::exists(place);
     // From another disk it takes its time, and the windows repaint meanwhile.
     InputShield shield;
     const Outcome outcome = FileTree::move(
         source, destination, [&](const FileTree::CopyProgress &) { shield.refreshWindows(); });
+    const bool isMoved = static_cast<bool>(outcome);
     justInstalled = {};
-    if (outcome)
-        justInstalled = {source.name, TemplateLibrary::placeName(category, subCategory)};
+    // A disk that is only read, a disk image above all, lets nothing go: the copy is installed.
+    if (isMoved || (!wasThere && FileTree::exists(place)))
+        justInstalled = {source.name, TemplateLibrary::placeName(category, subCategory), isMoved};
 }

@@ -81,8 +81,12 @@ void InstallPage::refreshCard()
         if (justInstalled.name.isEmpty())
             installHint->showInvitation();
         else
-            installHint->showMessage(tr("%1 is installed").arg(justInstalled.name),
-                                     tr("You find it in %1.").arg(justInstalled.place));
+            installHint->showMessage(
+                tr("%1 is installed").arg(justInstalled.name),
+                (justInstalled.isMoved
+                     ? tr("You find it in %1.")
+                     : tr("You find it in %1. Not all of the original could be removed."))
+                    .arg(justInstalled.place));
     }
 }
 
