@@ -73,6 +73,7 @@ private:
     void fitToFont();
     [[nodiscard]] QPixmap picture(const QString &name, int side) const;
     void showCard();
+    void showFileCard(bool isFile);
     void invite(const QString &heading, const QString &text);
     void declineFile();
     void say(const QString &message, const QIcon &icon);

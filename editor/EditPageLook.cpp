@@ -70,25 +70,30 @@ QPixmap EditPage::picture(const QString &name, int side) const
 void EditPage::showCard()
 {
     const bool hasFile = tClearButton->isEnabled();
-    const bool isEmpty = !hasFile && input1->text().isEmpty();
     if (hasFile)
         display->setPlaceholderText({}); // it would keep the window wide
     else
         invite(tr("Drop a Motion file here"), extensionsText());
+    showFileCard(hasFile || !input1->text().isEmpty());
+    editHint->setFilled(hasFile);
+    setDimmed(statusImage, !hasFile);
+    input1->setForegroundRole(hasFile ? QPalette::NoRole : QPalette::PlaceholderText);
+}
+
+/// Or the invitation.
+void EditPage::showFileCard(bool isFile)
+{
     const std::array<QWidget *, 3> parts{fileCard, emptyPicture, emptyCard};
     for (QWidget *each : parts) // before any is shown: both sides at once would widen the window
         each->hide();
     for (QWidget *each : parts)
-        each->setHidden((each == fileCard) == isEmpty);
+        each->setVisible((each == fileCard) == isFile);
     constexpr int left = 0;
     constexpr int card = 1;
     constexpr int right = 4;
-    editHintLayout->setColumnStretch(left, isEmpty ? 1 : 0);
-    editHintLayout->setColumnStretch(card, isEmpty ? 0 : 1);
-    editHintLayout->setColumnStretch(right, isEmpty ? 1 : 0);
-    editHint->setFilled(hasFile);
-    setDimmed(statusImage, !hasFile);
-    input1->setForegroundRole(hasFile ? QPalette::NoRole : QPalette::PlaceholderText);
+    editHintLayout->setColumnStretch(left, isFile ? 0 : 1);
+    editHintLayout->setColumnStretch(card, isFile ? 1 : 0);
+    editHintLayout->setColumnStretch(right, isFile ? 0 : 1);
 }
 
 void EditPage::invite(const QString &heading, const QString &text)
@@ -101,9 +106,13 @@ void EditPage::invite(const QString &heading, const QString &text)
 /// A file that was picked, but whose name says that it is none of Motion's.
 void EditPage::declineFile()
 {
+    if (tClearButton->isEnabled())
+        return; // one that was dropped meanwhile is shown
     invite(tr("That file was not opened"),
            tr("Its name must end in %1, in lower case").arg(extensionsText()));
-    announce(emptyCard->isVisible() ? emptyHeading : display);
+    showFileCard(false); // the reason is not on it
+    showStanding(FactLabel::Standing::None);
+    announce(emptyHeading);
 }
 
 /// The message beside the progress bar, and the picture in front of it.
