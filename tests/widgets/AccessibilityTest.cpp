@@ -207,6 +207,12 @@ void AccessibilityTest::paintsWhatItSays()
     facts << picture(fact);
     fact.tint();
     facts << picture(fact);
+    fact.setValue(QString(16'000'000, u'x'));
+    QElapsedTimer timer;
+    timer.start();
+    facts << picture(fact); // no longer than what is seen of it
+    QVERIFY(timer.elapsed() < 5000);
+    QVERIFY(QAccessible::queryAccessibleInterface(&fact)->text(QAccessible::Name).size() < 5000);
     QList<QImage> hints = {picture(hint)};
     hint.setFilled(true);
     hints << picture(hint);
