@@ -9,8 +9,7 @@
 /// and, where there is one, the FOLDER NAME of the destination; whether it was done.
 bool runDiskAction(const QStringList &action, FileTree::CopyProgress *last);
 
-/// Tries a row "what is on the disk (DiskSteps.h) | an action | what comes of it", which is
-/// "refused", or "done" with what else went, was made, holds the text "new", or was counted:
-///     gone PATH     made PATH     new PATH     bytes NUMBER
-/// Everything else stays as it was, each file, link and folder of it.
+/// Tries a row "what is on the disk (DiskSteps.h) | an action | what comes of it": "refused", or
+/// all that has changed (HomeChanges.h), and what was counted where the row says "bytes". No file
+/// may be left open.
 void tryDiskRow(const QByteArrayList &row);

@@ -22,7 +22,7 @@ void prepare(const TestHome &home, const QStringList &step)
     const char *path = name.c_str();
     int error = 0;
     if (verb == u"file")
-        home.makeFile(step[1], value.toUtf8());
+        home.makeFile(step[1], (step.size() > 2 ? value : step[1]).toUtf8());
     else if (verb == u"folder")
         home.makeFolder(step[1]);
     else if (verb == u"link")

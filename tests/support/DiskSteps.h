@@ -9,7 +9,7 @@
 QStringList words(const QByteArray &step);
 
 /// Makes what a row of a table finds in the home, step after step with ", " between them:
-///     file PATH [CONTENT]     folder PATH     link PATH TARGET     twin PATH PATH
-///     size PATH BYTES     mode PATH OCTAL     owner PATH NUMBER     old PATH HOURS
-///     lock PATH     env NAME VALUE
+///     file PATH [CONTENT, or it is the path]     folder PATH     link PATH TARGET     twin PATH
+///     PATH size PATH BYTES     mode PATH OCTAL     owner PATH NUMBER     old PATH HOURS lock PATH
+///     env NAME VALUE
 void prepareDisk(const TestHome &home, const QByteArray &steps);
