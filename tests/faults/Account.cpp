@@ -1,202 +1,132 @@
-#include "Operation.h"
+#include "Account.h"
+
+#include <QRegularExpression>
 
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
 #include <algorithm>
-#include <array>
-#include <fstream>
-#include <sstream>
+#include <iterator>
+
+using namespace Qt::StringLiterals;
 
 namespace Faults {
 
 namespace {
 
-State stateOf(const fs::path &path)
+constexpr auto recordSuffix = ".trashinfo"_L1;
+
+State stateOf(const std::filesystem::path &path)
 {
+    // Of a record of the trash, what differs between two runs.
+    static const QRegularExpression others(
+        u"(?<=\nPath=)/.*(?=/home/)|(?<=\nDeletionDate=)[-0-9]{10}T[:0-9]{8}(?=\n)"_s);
     struct stat status = {};
     ::lstat(path.c_str(), &status);
-    std::array<char, 64> tag = {};
-    ::lgetxattr(path.c_str(), "user.tag", tag.data(), tag.size());
-    const auto text = [](auto number) { return std::to_string(number) + ' '; };
-    const std::string keeps = text(status.st_mode & 0777) + tag.data();
-    const std::string mayKeep = text(status.st_mode);
+    char tag = 0;
+    ::lgetxattr(path.c_str(), "user.tag", &tag, 1);
+    const QString keeps = u"%1 %2"_s.arg(status.st_mode & 0777).arg(int(tag));
+    const QString mode = QString::number(status.st_mode);
     if (S_ISDIR(status.st_mode))
-        return {"folder", keeps, mayKeep};
-    const std::string time = text(status.st_mtim.tv_sec);
-    if (S_ISLNK(status.st_mode))
-        return {"link to " + fs::read_symlink(path).string(), keeps, mayKeep, time};
-    std::ostringstream content;
-    content << "file " << std::ifstream(path, std::ios::binary).rdbuf();
-    return {content.str(), keeps, mayKeep + text(status.st_nlink), time};
+        return {u"folder"_s, keeps, mode};
+    const bool isOld = status.st_mtim.tv_sec == 1600000000 && status.st_mtim.tv_nsec == 5;
+    QString what = S_ISLNK(status.st_mode) ? "link "_L1 + QString::fromStdString(read_symlink(path))
+                                           : "file "_L1 + contentOf(path);
+    if (path.extension() == recordSuffix.data())
+        what.remove(others);
+    return {what, keeps + (isOld ? u" old" : u""), mode + QString::number(status.st_nlink)};
 }
 
-bool isIn(const std::string &path, const std::string &root)
+/// What is in some and not, or not the same, in others.
+Snapshot minus(const Snapshot &some, const Snapshot &others)
 {
-    return path.starts_with(root) && (path.size() == root.size() || path[root.size()] == '/');
+    Snapshot rest;
+    std::set_difference(some.begin(), some.end(), others.begin(), others.end(),
+                        std::inserter(rest, rest.end()));
+    return rest;
 }
 
-/// What stands at a path and below it, by relative paths.
-Snapshot partOf(const Snapshot &all, const std::string &root)
+bool isLeftover(const QString &path)
 {
-    Snapshot part;
-    for (const auto &[path, state] : all) {
-        if (isIn(path, root))
-            part[path.substr(root.size())] = state;
-    }
-    return part;
+    return path.contains("/.Brimvale-"_L1);
 }
 
-Snapshot without(Snapshot all, const std::string &root)
+/// A whole copy whose source is not all gone, or the empty folder that waits for a tree.
+bool isBetween(const Snapshot &before, const Snapshot &after, const Snapshot &found, bool mayWait)
 {
-    std::erase_if(all, [&](const auto &each) { return isIn(each.first, root); });
-    return all;
-}
-
-Snapshot with(Snapshot all, const std::string &root, const Snapshot &part)
-{
-    for (const auto &[path, state] : part)
-        all[root + path] = state;
-    return all;
-}
-
-bool isLeftover(const std::string &path)
-{
-    return path.find("/.Brimvale-") != std::string::npos;
-}
-
-/// What is in the trash with its record, as "trash"; a record without an item may be what a kill
-/// left.
-Snapshot withTrash(Snapshot all, Ending ending)
-{
-    const std::string info = "home/data/Trash/info/";
-    const std::string suffix = ".trashinfo";
-    for (const auto &[path, state] : partOf(all, "home/data/Trash/info")) {
-        if (!path.ends_with(suffix))
-            continue;
-        const std::string name = path.substr(0, path.size() - suffix.size());
-        const std::string place = "home/data/Trash/files" + name;
-        const Snapshot item = partOf(all, place);
-        const bool isWhole =
-            state.what.starts_with("file [Trash Info]\nPath=/") && state.what.ends_with('\n');
-        if (isWhole ? !item.empty() || ending == Ending::Killed
-                    : item.empty() && ending == Ending::Killed)
-            all.erase("home/data/Trash/info" + path);
-        if (isWhole)
-            all = with(without(all, place), "trash", item);
-    }
-    return all;
-}
-
-bool haveSameContent(const Snapshot &some, const Snapshot &others)
-{
-    return std::equal(some.begin(), some.end(), others.begin(), others.end(),
-                      [](const auto &one, const auto &other) {
-                          return one.first == other.first && one.second.what == other.second.what;
-                      });
-}
-
-/// A copy whose source is not all gone yet is as good as none, and so is the empty folder that
-/// waits for a tree.
-Snapshot withoutHalves(Snapshot all, const Step &step, const Snapshot &tree, Ending ending)
-{
-    const Snapshot arrived = partOf(all, step.to);
-    const Snapshot left = partOf(all, step.from);
-    const bool isOfTree = std::all_of(left.begin(), left.end(), [&](const auto &each) {
-        const auto was = tree.find(each.first);
-        return was != tree.end() && was->second.what == each.second.what;
-    });
-    const bool isHalf =
-        step.act == Act::Move && haveSameContent(arrived, tree) && isOfTree && !left.empty();
-    const bool isReserved = ending == Ending::Killed && arrived.size() == 1 &&
-                            arrived.begin()->second.what == "folder" && left == tree;
-    return isHalf || isReserved ? with(without(all, step.to), step.from, tree) : all;
-}
-
-/// What the disks hold after one more step.
-Snapshot after(Snapshot all, const Step &step, const Snapshot &found)
-{
-    const Snapshot tree = partOf(all, step.from);
-    const auto saved = found.find(step.from);
-    if (step.act != Act::Save)
-        return with(step.act == Act::Copy ? all : without(all, step.from), step.to, tree);
-    if (saved == found.end() || !step.isNew(saved->second.what.substr(5)) ||
-        (!tree.empty() && tree.begin()->second.keeps != saved->second.keeps))
-        return with(all, step.from, {{"", {"the new file"}}});
-    return with(all, step.from, {{"", saved->second}});
-}
-
-std::string difference(const Snapshot &expected, const Snapshot &found)
-{
-    for (const auto &[path, state] : expected) {
-        const auto there = found.find(path);
-        if (there == found.end())
-            return path + " is not there";
-        if (there->second != state)
-            return path + " is not what it should be";
-    }
-    for (const auto &[path, state] : found) {
-        if (!expected.contains(path))
-            return path + " should not be there";
-    }
-    return {};
+    const Snapshot left = minus(found, after);
+    const Snapshot arrived = minus(found, before);
+    if (minus(after, found).empty())
+        return !left.empty() && std::all_of(left.begin(), left.end(), [&](const auto &each) {
+            return before.contains(each.first) && before.at(each.first)[0] == each.second[0];
+        });
+    return mayWait && minus(before, found).empty() && arrived.size() == 1 &&
+           arrived.begin()->second[0] == u"folder" && after.contains(arrived.begin()->first);
 }
 
 } // namespace
 
-Snapshot snapshotOf(const Disks &disks)
+Snapshot snapshotOf(Detail detail)
 {
     Snapshot all;
-    for (const std::string root : {"home", "other"}) {
-        const fs::path folder = disks.at(root);
-        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(folder))
-            all[root / entry.path().lexically_relative(folder)] = stateOf(entry.path());
+    for (const char *folder : {"home/", "other/"}) {
+        for (const auto &entry : std::filesystem::recursive_directory_iterator(folder)) {
+            const State state = stateOf(entry.path()).first(detail);
+            const QString path = QString::fromStdString(entry.path());
+            // What seems taken in the trash gets a second name.
+            if (!all.try_emplace(QString(path).remove(".2"_L1), state).second)
+                all[path] = state;
+        }
     }
+    // Folders that are made on the way to a file of the program's own may be there or not.
+    for (const char *way : {"home/config", "home/config/Brimvale", "home/data", "home/data/Trash",
+                            "home/data/Trash/files", "home/data/Trash/info"})
+        all.erase(QLatin1StringView(way));
     return all;
 }
 
-std::string account(const Operation &operation, const Snapshot &before, Snapshot found,
-                    Ending ending)
+QString difference(const Snapshot &expected, const Snapshot &found)
 {
-    found = withTrash(found, ending);
-    // Folders that are made on the way to a file of the program's own may be there or not.
-    std::erase_if(found, [&](const auto &each) {
-        const bool isWay = each.first.starts_with("home/data") || each.first == "home/config" ||
-                           each.first == "home/config/Brimvale";
-        return (isWay && each.second.what == "folder" && !before.contains(each.first)) ||
-               (isLeftover(each.first) && ending == Ending::Killed);
-    });
-    std::string problem = "it says the wrong thing";
-    Snapshot expected = before;
-    for (size_t done = 0;; ++done) {
-        const bool isAll = done == operation.steps.size();
-        const Step *next = isAll ? nullptr : &operation.steps[done];
-        if (ending == Ending::Killed || isAll == (ending == Ending::Done)) {
-            problem = difference(
-                expected, next && ending != Ending::Done
-                              ? withoutHalves(found, *next, partOf(expected, next->from), ending)
-                              : found);
-            if (problem.empty())
-                return {};
-        }
-        if (isAll)
-            return problem;
-        expected = after(expected, *next, found);
-    }
+    Snapshot wrong = minus(expected, found);
+    wrong.merge(minus(found, expected));
+    return wrong.empty() ? QString() : wrong.begin()->first + " is not what it should be"_L1;
 }
 
-std::string accountForRace(const Snapshot &before, const Snapshot &after, bool hasHappened)
+QString account(const std::vector<Snapshot> &steps, Snapshot found, Ending ending, bool mayLeave)
 {
-    const auto isThere = [&](const std::string &content) {
+    const bool isAnywhere = mayLeave && ending != Ending::Done;
+    // Half a copy, or the record of what was still to come into the trash.
+    std::erase_if(found, [=, all = found](const auto &each) {
+        const QString record = QString(each.first).replace("/info/"_L1, "/files/"_L1);
+        const bool isEmpty =
+            record.endsWith(recordSuffix) && !all.contains(record.chopped(recordSuffix.size()));
+        return (mayLeave && isLeftover(each.first)) || (isAnywhere && isEmpty);
+    });
+    QString problem = u"it says the wrong thing"_s;
+    for (size_t done = 0; done < steps.size(); ++done) {
+        const bool isLast = done + 1 == steps.size();
+        if (!isAnywhere && isLast != (ending == Ending::Done))
+            continue;
+        problem = difference(steps[done], found);
+        if (problem.isEmpty() ||
+            (!isLast && isBetween(steps[done], steps[done + 1], found, isAnywhere)))
+            return {};
+    }
+    return problem;
+}
+
+QString accountForRace(const Snapshot &before, const Snapshot &after, bool hasHappened)
+{
+    const auto isThere = [&](const QString &content) {
         return std::any_of(after.begin(), after.end(), [&](const auto &each) {
-            return !isLeftover(each.first) && each.second.what.find(content) != std::string::npos;
+            return !isLeftover(each.first) && each.second[0].contains(content);
         });
     };
-    if (hasHappened && !isThere("from another process"))
-        return "what the other process wrote is lost";
+    if (hasHappened && !isThere(u"from another process"_s))
+        return u"what the other process wrote is lost"_s;
     const auto lost = std::count_if(before.begin(), before.end(),
-                                    [&](const auto &each) { return !isThere(each.second.what); });
-    return lost > 2 ? "more is lost than the other process wrote over" : ""; // by two names
+                                    [&](const auto &each) { return !isThere(each.second[0]); });
+    return lost > 2 ? u"more is lost than the other process wrote over"_s : QString();
 }
 
 } // namespace Faults

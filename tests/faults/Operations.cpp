@@ -4,224 +4,131 @@
 #include "platform/FileTree.h"
 #include "settings/SettingsStore.h"
 
-#include <QSettings>
-#include <QTemporaryDir>
+#include <QDir>
+#include <QFile>
+#include <QMap>
+#include <QRegularExpression>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <fstream>
-#include <sstream>
 
 using namespace Qt::StringLiterals;
 
 namespace Faults {
 
+namespace fs = std::filesystem;
+
 namespace {
 
-constexpr char document[] = "home/x.motn";
-constexpr char settings[] = "home/config/Brimvale/Brimvale.conf";
-
-/// Older than any change that comes during a run.
-void makeOld(const fs::path &path)
+bool step(const QStringList &words)
 {
-    const timespec times[] = {{1600000000, 0}, {1600000000, 0}};
-    ::utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW);
-}
-
-void write(const fs::path &path, const std::string &content)
-{
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << content;
-    fs::permissions(path, fs::perms(0640));
-    ::setxattr(path.c_str(), "user.tag", "red", 3, 0);
-    makeOld(path);
-}
-
-/// Of everything that a copy keeps.
-void makeTree(const Disks &disks)
-{
-    const fs::path tree = disks.at("home/Tree");
-    write(disks.at("home/To/neighbour"), "neighbour");
-    write(tree / "file", std::string(3000, 'f'));
-    write(tree / "read only" / "script", "script");
-    write(tree / "twin", "twin");
-    fs::create_hard_link(tree / "twin", tree / "read only" / "other twin");
-    fs::create_directory(tree / "empty");
-    fs::create_symlink("nowhere", tree / "link");
-    fs::create_directory_symlink("..", tree / "empty" / "to\nabove");
-    write(tree / "thin", "start");
-    fs::resize_file(tree / "thin", 16384);
-    fs::permissions(tree / "read only" / "script", fs::perms(04555));
-    fs::permissions(tree / "empty", fs::perms(02770));
-    fs::permissions(tree / "read only", fs::perms(0555));
-    for (const char *path :
-         {"read only/script", "read only", "empty/to\nabove", "empty", "link", "thin"})
-        makeOld(tree / path);
-}
-
-/// So many that a second thread takes its share.
-void makeManyLinks(const Disks &disks)
-{
-    fs::create_directories(disks.at("home/To"));
-    fs::create_directory(disks.at("home/Tree"));
-    for (int link = 0; link < 66; ++link) {
-        const fs::path path = disks.at("home/Tree") / std::to_string(link);
-        fs::create_symlink("nowhere", path);
-        makeOld(path);
-    }
-}
-
-void makeFile(const Disks &disks)
-{
-    fs::create_directory(disks.at("home/To"));
-    write(disks.at("home/Tree"), "file");
-}
-
-void makeTemplates(const Disks &disks)
-{
-    write(disks.at("home/Library/Glow/file"), "old");
-    write(disks.at("home/Desktop/Glow/file"), "new");
-}
-
-bool save(const Disks &disks)
-{
-    const QString path = QString::fromStdString(disks.at(document));
-    Result<ProjectDocument> opened = openProjectDocument(path);
-    if (!opened)
-        return false;
-    std::ignore = setTheme(*opened, u"new"_s);
-    return bool(saveProjectDocument(*opened, path));
-}
-
-/// What QSettings writes; `edit` it in a file that it has nothing in memory of.
-template <class Edit>
-std::string edited(const std::string &text, const Edit &edit)
-{
-    const QTemporaryDir folder;
-    const std::string path = folder.filePath(u"text"_s).toStdString();
-    std::ofstream(path) << text;
-    {
-        QSettings written(QString::fromStdString(path), QSettings::IniFormat);
-        edit(written);
-    }
-    std::ostringstream content;
-    content << std::ifstream(path).rdbuf();
-    return content.str();
-}
-
-/// The file has a form of its own for an array of none, of one and of many.
-Operation appending(const std::string &name, int records)
-{
-    const std::string text = edited({}, [&](QSettings &file) {
-        file.setValue("theFolder8899"_L1, u"kept"_s);
-        const QVariant record = QVariantMap{{u"installations"_s, u"old"_s}};
-        file.setValue("installations"_L1, QVariantList(records, record));
-    });
-    const auto isNew = [records](const std::string &content) {
-        bool is = false;
-        edited(content, [&](const QSettings &file) {
-            const auto all = installationRecords(file.value("installations"_L1));
-            is = all.size() == records + 1 && all.last().line == "new"_L1 &&
-                 file.value("theFolder8899"_L1) == "kept"_L1;
-        });
-        return is;
+    const auto item = [&](int word) -> FileTree::Item {
+        const QString path = QDir::current().absoluteFilePath(words[word]);
+        return {path.section(u'/', 0, -2), path.section(u'/', -1)};
     };
-    return {.name = name,
-            .setUp = [text](const Disks &disks) { write(disks.at(settings), text); },
-            .steps = {{Act::Save, settings, {}, isNew}},
-            .save = [](const Disks &) { return bool(appendInstallation({u"new"_s})); }};
+    if (words[0] == u"copy" || words[0] == u"move")
+        return bool((words[0] == u"copy" ? FileTree::copy : FileTree::move)(item(1), item(2), {}));
+    if (words[0] == u"trash")
+        return bool(FileTree::trash(item(1)));
+    if (words[0] == u"flush")
+        return bool(FileTree::flush(item(1)));
+    if (words[0] == u"append")
+        return bool(appendInstallation({words[1]}));
+    if (words[0] == u"set")
+        return bool(SettingsStore().setObject(words[1], SettingsStore::theFolder8899));
+    Result<ProjectDocument> opened = openProjectDocument(words[1]);
+    return opened && setTheme(*opened, words[2]) > 0 && saveProjectDocument(*opened, words[1]);
 }
 
-bool setFirst(const Disks &)
+/// A file, or whatever else stands for "PATH KIND …".
+void make(const QStringList &words)
 {
-    return bool(SettingsStore().setObject(u"new"_s, SettingsStore::theFolder8899));
+    const fs::path path = words[0].toStdString();
+    const std::string target = words[2].toStdString();
+    const bool isFolder = words[1] == u"folder";
+    fs::create_directories(isFolder ? path : path.parent_path());
+    if (words[1] == u"link")
+        fs::create_symlink(target, path);
+    else if (words[1] == u"twin")
+        fs::create_hard_link(target, path);
+    else if (!isFolder)
+        std::ofstream(path) << words.mid(3).join(u' ').replace(u'~', u'\n').toStdString();
+    if (words[1] == u"thin")
+        fs::resize_file(path, 16384);
 }
 
-auto is(const std::string &text)
+void finish(const QStringList &words)
 {
-    return [text](const std::string &content) { return content == text; };
-}
-
-FileTree::Item item(const fs::path &path)
-{
-    return {QString::fromStdString(path.parent_path()), QString::fromStdString(path.filename())};
+    const QByteArray path = words[0].toUtf8();
+    const timespec old[] = {{1600000000, 5}, {1600000000, 5}};
+    if (words[1] != u"link" && words[1] != u"twin")
+        ::chmod(path.constData(), words[2].toUInt(nullptr, 8));
+    if (words[1] != u"new")
+        ::lsetxattr(path.constData(), "user.tag", "r", 1, 0);
+    if (words[1] != u"new" && words[1] != u"saved")
+        ::utimensat(AT_FDCWD, path.constData(), old, AT_SYMLINK_NOFOLLOW);
 }
 
 } // namespace
 
-bool run(const Operation &operation, const Disks &disks)
-{
-    ::setenv("HOME", disks.at("home").c_str(), 1);
-    ::setenv("XDG_DATA_HOME", disks.at("home/data").c_str(), 1);
-    ::setenv("XDG_CONFIG_HOME", disks.at("home/config").c_str(), 1);
-    return std::all_of(operation.steps.begin(), operation.steps.end(),
-                       [&](const Step &step) -> bool {
-                           const FileTree::Item from = item(disks.at(step.from));
-                           const FileTree::Item to = item(disks.at(step.to));
-                           switch (step.act) {
-                           case Act::Copy:
-                               return bool(FileTree::copy(from, to));
-                           case Act::Move:
-                               return bool(FileTree::move(from, to));
-                           case Act::Trash:
-                               return bool(FileTree::trash(from));
-                           default:
-                               return operation.save(disks);
-                           }
-                       });
-}
-
 std::vector<Operation> operations()
 {
-    const std::vector<Step> copy = {{Act::Copy, "home/Tree", "home/To/Arrived"}};
-    const std::vector<Step> move = {{Act::Move, "home/Tree", "home/To/Arrived"}};
-    const std::vector<Step> across = {{Act::Move, "home/Tree", "other/Arrived"}};
-    const Step trash = {Act::Trash, "home/Library/Glow", "trash"};
-    const Step install = {Act::Move, "home/Desktop/Glow", "home/Library/Glow"};
-    const Shim::System replacing = {.renameError = EINVAL};
-    constexpr auto inPlace = std::ios::in | std::ios::out;
-    const std::vector<Race> races = {
-        {"appends", "", "home/Tree/file", std::ios::app},
-        {"rewrites", "", "home/Tree/file", inPlace},
-        {"rewrites a twin", "", "home/Tree/twin", inPlace},
-        {"replaces", "home/Tree/file", "home/Tree/file", std::ios::out},
-        {"adds", "", "home/Tree/empty/new", std::ios::out},
-        {"swaps a folder", "home/Tree/read only", "home/Tree/read only/script", std::ios::out},
-        {"swaps the tree", "home/Tree", "home/Tree/file", std::ios::out},
-        {"takes the name", "", "home/To/Arrived", std::ios::out},
-        {"takes the name there", "", "other/Arrived", std::ios::out}};
-    return {
-        {"copy", makeTree, copy},
-        {"copy-by-two", makeManyLinks, copy, {}, {.callsOfOthers = 60}},
-        {"move", makeTree, move, races},
-        {"move-across", makeTree, across, races},
-        {"move-file-across", makeFile, across, races},
-        {"move-reserving", makeTree, move, {}, replacing},
-        {"move-file-reserving", makeFile, move, {}, replacing},
-        {"rename-letters",
-         makeTree,
-         {{Act::Move, "home/Tree", "home/TREE"}},
-         {},
-         {.foldsCase = true}},
-        {"trash", makeTemplates, {trash}},
-        {"replace", makeTemplates, {trash, install}}, // as an install does it
-        {"save",
-         [](const Disks &disks) { write(disks.at(document), "<a><theme/></a>"); },
-         {{Act::Save, document, {}, is("<a>\n\t<theme>new</theme>\n</a>\n")}},
-         {{"rewrites", "", document, inPlace}, {"replaces", document, document, std::ios::out}},
-         {},
-         save},
-        appending("append-second", 1),
-        appending("append-many", 40),
-        {"first-setting",
-         [](const Disks &) {},
-         {{Act::Save, settings, {}, is("[General]\ntheFolder8899=new\n")}},
-         {},
-         {},
-         setFirst},
-    };
+    std::vector<Operation> all;
+    QMap<QString, QString> named;
+    const QRegularExpression call(u"\\$([-\\w]+)\\(([^()]*)\\)"_s);
+    const QString table = contentOf(FAULTS_TABLE).replace(QRegularExpression(u"\n +"_s), u" "_s);
+    for (QString line : table.split(u'\n')) {
+        for (auto found = call.match(line); found.hasMatch(); found = call.match(line))
+            line.replace(found.capturedStart(), found.capturedLength(),
+                         QString(named[found.captured(1)]).replace(u'%', found.captured(2)));
+        named[line.section(u" := "_s, 0, 0)] = line.section(u" := "_s, 1);
+        const QStringList columns = line.split(QRegularExpression(u" *\\| *"_s));
+        const auto list = [&](int column) {
+            return columns.value(column).split(QRegularExpression(u"; *"_s), Qt::SkipEmptyParts);
+        };
+        if (columns.size() > 3 && !line.startsWith(u'#'))
+            all.push_back({columns[0], list(1), list(2), list(3), list(4), columns.value(5)});
+    }
+    return all;
+}
+
+void renew(const QStringList &made)
+{
+    for (const char *folder : {"home/.", "other/.", "tmp/."}) {
+        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(folder)) {
+            if (!entry.is_symlink() && entry.is_directory())
+                fs::permissions(entry, fs::perms::owner_all); // or nothing in it goes
+        }
+        for (const fs::directory_entry &entry : fs::directory_iterator(folder))
+            fs::remove_all(entry);
+    }
+    QList<QStringList> all;
+    for (const QString &each : made)
+        all << each.split(u' ');
+    std::for_each(all.begin(), all.end(), make);
+    // What a folder holds comes after it, and has its attributes before it.
+    std::for_each(all.rbegin(), all.rend(), finish);
+}
+
+bool perform(const QStringList &steps)
+{
+    const QByteArray here = QDir::currentPath().toUtf8();
+    qputenv("HOME", here + "/home");
+    qputenv("XDG_DATA_HOME", here + "/home/data");
+    qputenv("XDG_CONFIG_HOME", here + "/home/config");
+    return std::all_of(steps.begin(), steps.end(),
+                       [](const QString &each) { return step(each.split(u' ')); });
+}
+
+QString contentOf(const fs::path &path)
+{
+    QFile file(path);
+    return file.open(QFile::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString();
 }
 
 } // namespace Faults

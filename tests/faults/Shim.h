@@ -1,7 +1,8 @@
 #pragma once
 
+#include <QString>
+
 #include <atomic>
-#include <functional>
 #include <vector>
 
 /// Stands between a program and the C library: every call that reads or changes a file is counted,
@@ -20,8 +21,8 @@ struct Fault
 {
     Kind kind = Kind::Error;
     int error = 0;
-    int call = 0;                    ///< counted from 1
-    std::function<bool()> race = {}; ///< whether the other process did anything
+    int call = 0;      ///< counted from 1
+    QString race = {}; ///< the other process, a command of the shell
 };
 
 /// What came of a run; in memory that outlives the program.
@@ -32,19 +33,13 @@ struct Report
     std::atomic<bool> hasHappened = false;
 };
 
-/// What else the program runs on than this machine.
-struct System
-{
-    int renameError = 0;    ///< of a rename that is to refuse an existing destination
-    bool foldsCase = false; ///< "Glow" and "GLOW" lead to what is called "glow"
-    /// Counts no call of the thread that arms, and lets it make no link before others have made
-    /// so many calls.
-    int callsOfOthers = 0;
-    bool waitsForDisk = false; ///< whether a flush is one
-};
-
-/// From now on calls are counted and meet these faults.
-void arm(std::vector<Fault> faults, Report *report, const System &system = {});
+/// From now on calls are counted and meet these faults. The system is this one, or else
+///   "replaces": it knows no rename that refuses an existing destination,
+///   "folds case": "TREE" leads to what is called "Tree",
+///   "two threads": no call of this thread counts, and it makes no link before the other one has
+///       made most of its calls,
+///   "waits": a flush is one, which is spared otherwise.
+void arm(std::vector<Fault> faults, Report *report, const QString &system = {});
 void disarm();
 
 } // namespace Shim
