@@ -30,15 +30,27 @@ public:
     }
 };
 
-/// Whether a file, read anew, holds all of these settings.
-bool holdsAll(const QString &path, const QSettings &settings)
+QVariantMap valuesOf(const QSettings &settings)
+{
+    QVariantMap values;
+    for (const QString &key : settings.allKeys())
+        values[key] = settings.value(key);
+    return values;
+}
+
+/// Whether a file, read anew, holds these settings and no others.
+bool holds(const QString &path, const QVariantMap &values)
 {
     const QSettings written(path, QSettings::IniFormat);
-    const QStringList keys = settings.allKeys();
-    return written.status() == QSettings::NoError && written.allKeys() == keys &&
-           std::all_of(keys.begin(), keys.end(), [&](const QString &key) {
-               return written.value(key) == settings.value(key);
-           });
+    return written.status() == QSettings::NoError && valuesOf(written) == values;
+}
+
+/// Whether there are settings in this text: two readings of it that both fail say the same.
+bool hasValues(const QByteArray &text)
+{
+    const QByteArrayList lines = text.split('\n');
+    return std::ranges::any_of(
+        lines, [](const QByteArray &line) { return !line.startsWith(';') && line.contains('='); });
 }
 
 /// The file's text with its values edited, by way of a copy of QSettings' own: in memory, for
@@ -57,11 +69,13 @@ Result<QByteArray> edited(const QByteArray &text, const Edit &edit)
     // QSettings does not always say when it cannot read or write. Under another name it reads anew.
     const QString again = folder.filePath(u"again"_s);
     QSettings settings(copy.fileName(), QSettings::IniFormat);
-    if (!copy.copy(again) || !holdsAll(again, settings))
+    const QVariantMap before = valuesOf(settings);
+    if ((before.isEmpty() && hasValues(text)) || !copy.copy(again) || !holds(again, before))
         return Failure{u"cannot read the settings"_s};
     edit(settings);
-    settings.sync();
-    if (!copy.rename(folder.filePath(u"after"_s)) || !holdsAll(copy.fileName(), settings))
+    const QVariantMap after = valuesOf(settings);
+    settings.sync(); // which may read again, and take what it cannot read for nothing
+    if (!copy.rename(folder.filePath(u"after"_s)) || !holds(copy.fileName(), after))
         return Failure{u"cannot write the settings"_s};
     Result<WholeFile> written = readWholeFile(copy.fileName());
     return written ? Result<QByteArray>(std::move(written->content)) : Failure{written.reason()};
@@ -100,11 +114,12 @@ Result<QByteArray> appended(const QByteArray &text, const QVariant &item, QLatin
     return longer;
 }
 
-/// Whether somebody has written the file since it was read.
-bool hasChanged(const QString &path, const WholeFile &file)
+/// Whether somebody has written the file since it was read. A text that could not be flushed, and
+/// not be taken back either, is ours.
+bool hasChanged(const QString &path, const WholeFile &file, const QByteArray &ours)
 {
     const Result<WholeFile> now = readWholeFile(path);
-    return now && now->version.has_value() &&
+    return now && now->version.has_value() && now->content != ours &&
            !(file.version && now->version->hasSameContent(*file.version));
 }
 
@@ -130,7 +145,7 @@ Outcome change(const std::function<Result<QByteArray>(const QByteArray &)> &newT
                 return device.write(*text) == text->size();
             });
         // Some disks have no locks, and some programs know of none: theirs is edited again.
-        if (written || times == mostTimes || !hasChanged(path, *file))
+        if (written || times == mostTimes || !hasChanged(path, *file, *text))
             return written ? Outcome() : Failure{written.reason()};
     }
 }
