@@ -102,7 +102,7 @@ void EditPage::writeToFile()
 
 void EditPage::raiseRenameSheet()
 {
-    renameSheet->raiseRenameSheet(display->text(), Path::extension(input1->text()));
+    renameSheet->raiseRenameSheet(display->text(), Path::lastComponent(input1->text()));
 }
 
 void EditPage::renameTemplate(const QString &name)

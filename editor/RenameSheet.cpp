@@ -1,5 +1,6 @@
 #include "RenameSheet.h"
 
+#include "platform/Path.h"
 #include "widgets/Focus.h"
 #include "widgets/TextColour.h"
 
@@ -18,15 +19,16 @@ RenameSheet::RenameSheet(QWidget *window) : QDialog(window)
     connect(this, &QDialog::rejected, this, &RenameSheet::cancelRenameTemplate);
 }
 
-void RenameSheet::raiseRenameSheet(const QString &name, const QString &extension)
+void RenameSheet::raiseRenameSheet(const QString &title, const QString &fileName)
 {
+    const QString extension = Path::extension(fileName);
     newNameWarning->clear();
     newTempplateName->clear();
-    presentName->setText(name);
+    presentName->setText(Path::withoutExtension(fileName));
     presentExtension->setText(extension.isEmpty() ? QString() : u'.' + extension);
     keptExtension->setText(u'.' + extension); // the dot also where no extension follows
     // Twice, because once it would be Qt's mark of a changed document.
-    parentWidget()->setWindowTitle(QString(name).replace("[*]"_L1, "[*][*]"_L1));
+    parentWidget()->setWindowTitle(QString(title).replace("[*]"_L1, "[*][*]"_L1));
     makeFirstResponder(this, newTempplateName);
     open();
 }

@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-/// Asks for a file's new name. While it is open the window bears the file's present name.
+/// Asks for a file's new name.
 class RenameSheet : public QDialog, private Ui::RenameSheet
 {
     Q_OBJECT
@@ -12,8 +12,8 @@ class RenameSheet : public QDialog, private Ui::RenameSheet
 public:
     explicit RenameSheet(QWidget *window);
 
-    /// Of the file that is to be renamed: its name without the extension, and the extension.
-    void raiseRenameSheet(const QString &name, const QString &extension);
+    /// `title` is the window's meanwhile; `fileName` that of the file that is to be renamed.
+    void raiseRenameSheet(const QString &title, const QString &fileName);
     void clearRenameTextField();
     void renameTemplate();
     void cancelRenameTemplate();

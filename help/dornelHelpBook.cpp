@@ -31,6 +31,10 @@ void dornelHelpBook::awakeFromNib()
         QTextCursor end(page->document());
         end.movePosition(QTextCursor::End);
         end.insertImage(name.arg(++picture));
+        // The page's own way to follow a link reads the page anew, without its picture.
+        page->setOpenLinks(false);
+        connect(page, &QTextBrowser::anchorClicked, page,
+                [page](const QUrl &link) { page->scrollToAnchor(link.fragment()); });
     }
 }
 

@@ -25,7 +25,7 @@ InstallForecast::Place placeFor(const FileTree::Item &source, const TemplateCate
                                 const QString &subCategory)
 {
     using Place = InstallForecast::Place;
-    if (!FileTree::exists(category.path))
+    if (!QFileInfo(Path::expandingTilde(category.path)).isDir())
         return Place::Missing;
     const FileTree::Item destination{TemplateLibrary::folder(category, subCategory), source.name};
     const QFileInfo there(Path::joined(destination.folder, destination.name));
@@ -54,7 +54,8 @@ InstallForecast forecastInstall(const FileTree::Item &source, const TemplateCate
 {
     InstallForecast forecast{placeFor(source, category, subCategory), {}};
     QStringList &warnings = forecast.warnings;
-    if (contents && contents->kind == TemplateFolder::Kind::Missing)
+    const bool isGone = contents && contents->kind == TemplateFolder::Kind::Missing;
+    if (isGone)
         warnings << Sentences::tr("There is no folder at this path.");
     if (contents && contents->kind == TemplateFolder::Kind::File)
         warnings << Sentences::tr("This is a file; a template is a folder.");
@@ -64,14 +65,20 @@ InstallForecast forecastInstall(const FileTree::Item &source, const TemplateCate
     case InstallForecast::Place::Free:
         break;
     case InstallForecast::Place::Taken:
-        warnings << Sentences::tr("Replaces the installed one; the old one goes to the Trash.");
+        warnings << (isGone ? Sentences::tr("Installing would only move the installed one to the "
+                                            "Trash.")
+                            : Sentences::tr("Replaces the installed one; the old one goes to the "
+                                            "Trash."));
         break;
     case InstallForecast::Place::Itself:
         warnings << Sentences::tr(
             "It lies there already: installing would only move it to the Trash.");
         break;
     case InstallForecast::Place::Missing:
-        warnings << Sentences::tr("Motion's library is not there yet.");
+        warnings
+            << (FileTree::exists(TemplateLibrary::root())
+                    ? Sentences::tr("Motion's library has no folder for %1 yet.").arg(category.name)
+                    : Sentences::tr("Motion's library is not there yet."));
         break;
     }
     if (const QStringList kinds = contents ? otherKinds(*contents, category) : QStringList();
