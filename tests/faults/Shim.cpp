@@ -56,8 +56,10 @@ long onSystem(const char *name, Words words)
     const bool isRename = is == "renameat2";
     if ((is == "fsync" || is == "fdatasync" || is == "syncfs") && !isOn(u"waits"))
         return 0;
-    if (isRename && isOn(u"replaces"))
-        return failed(name, EINVAL);
+    if (isRename && isArmed && theSystem.startsWith(u"replaces")) {
+        const int error = theSystem.section(u' ', 1).toInt();
+        return failed(name, error != 0 ? error : EINVAL);
+    }
     while (is == "symlinkat" && isLeftOut() && report->calls < 60 && !report->hasHappened)
         std::this_thread::yield();
     if ((isRename || is == "fstatat") && isOn(u"folds case")) {
