@@ -13,16 +13,17 @@ from gi.repository import Gio, GLib
 
 PIXELS_PER_POINT = 2
 SCREEN_SIZE = (3600, 1800)
+PATIENCE = 20  # seconds
 
 
 class Failure(Exception):
     """A sentence that says what did not happen."""
 
 
-def wait_for(what, probe, seconds=20):
+def wait_for(what, probe):
     """What `probe` answers, as soon as it is something; a Failure that names `what` when it stays nothing. An element that
     goes while it is asked is nothing: windows come and go at their own pace."""
-    deadline = time.monotonic() + seconds
+    deadline = time.monotonic() + PATIENCE
     while True:
         fault = ""
         try:
@@ -32,7 +33,7 @@ def wait_for(what, probe, seconds=20):
         except GLib.Error as error:
             fault = f": {error.message}"
         if time.monotonic() > deadline:
-            raise Failure(f"{what}: waited {seconds} seconds for it in vain{fault}")
+            raise Failure(f"{what}: waited {PATIENCE} seconds for it in vain{fault}")
         time.sleep(0.02)
 
 
@@ -72,14 +73,12 @@ class Stage:
             self.home.mkdir()
 
     def set_up(self):
-        runtime = self.folder / "runtime"
-        runtime.mkdir(mode=0o700)
         # Nothing of the desktop that this may run on: no theme, no language, no settings.
         kept = ("PATH", "LD_LIBRARY_PATH", "QT_PLUGIN_PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS")
         self.environment = {name: os.environ[name] for name in kept if name in os.environ}
         self.environment |= {
             "HOME": str(self.home),
-            "XDG_RUNTIME_DIR": str(runtime),
+            "XDG_RUNTIME_DIR": str(self.folder),
             "GSETTINGS_BACKEND": "memory",
             "LANG": "C.UTF-8",
             "QT_QPA_PLATFORM": "xcb",

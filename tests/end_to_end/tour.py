@@ -60,6 +60,7 @@ class Tour:
         for folder in ("Documents", "Movies", "Backups", ".local/share/Trash/files", ".local/share/Trash/info"):
             (self.home / folder).mkdir(parents=True)
         (self.home / ".config" / "mimeapps.list").write_text("[Default Applications]\ninode/directory=pcmanfm-qt.desktop\n")
+        self.stage.run("convert", "-size", "640x360", "radial-gradient:#ffe3a0-#3b2a6e", self.stage.folder / "large.png")
         self.make_template("Glow", "first")
         shutil.copy(Path(__file__).with_name("Intro.motn"), self.motion_file)
         self.stage.start("pcmanfm-qt", "--new-window", self.motion_file.parent)
@@ -71,7 +72,7 @@ class Tour:
         (folder / "Media").mkdir(parents=True)
         (folder / f"{name}.moef").write_text(content)
         (folder / "Media" / "light.png").write_bytes(bytes(range(256)))
-        self.stage.run("convert", "-size", "640x360", "radial-gradient:#ffe3a0-#3b2a6e", folder / "large.png")
+        shutil.copy(self.stage.folder / "large.png", folder)
         return folder
 
     def category(self, name):
@@ -137,8 +138,7 @@ class Tour:
         wait_for("Titles is chosen", lambda: self.screen.find(main, "radio button", "Titles").has(Node.CHECKED))
         press("alt+s")
         sheet = self.screen.window("Install into a Sub-category")
-        self.screen.type("Lower Thirds")
-        wait_for("the sheet takes the name", lambda: sheet.find("text").text == "Lower Thirds")
+        self.type_into(sheet, "Lower Thirds")
         self.take(main, "sub-category.png")
         self.take(sheet, "bv_2")
         self.install(lambda: press("Return"), "Title Installed ...")
@@ -153,7 +153,8 @@ class Tour:
 
     def inspect(self):
         self.screen.press("ctrl+2")
-        wait_for("the Edit mode", lambda: self.main().find("radio button", "Edit").has(Node.CHECKED))
+        mode = self.screen.find(self.main(), "radio button", "Edit")
+        wait_for("the Edit mode", lambda: mode.has(Node.CHECKED))
         self.drop(self.motion_file)
         self.facts_are({"Theme:": "Template does not include Theme reference ...", "Frame rate:": "29.97",
                         "Frames:": "300", "Duration:": "10.0 seconds", "Frame size:": "1920x1080",
@@ -189,8 +190,7 @@ class Tour:
         self.screen.click(self.main(), "push button", "Rename…")
         sheet = self.screen.window("Rename")
         wait_for("the window bears the file's name", lambda: "Intro" in [each.name for each in self.screen.windows()])
-        self.screen.type("Opening")
-        wait_for("the sheet takes the name", lambda: sheet.find("text").text == "Opening")
+        self.type_into(sheet, "Opening")
         self.screen.press("Return")
         self.main()
         renamed = self.motion_file.with_name("Opening.motn")
@@ -214,10 +214,9 @@ class Tour:
         self.screen.press("F1")
         book = self.screen.window("Brimvale Help")
         pages = self.screen.find(book, "layered pane")
-        before = pages.children[0].has(Node.SHOWING)
+        wait_for("the book opens at its first page", lambda: pages.children[0].has(Node.SHOWING))
         self.screen.press("alt+i")
         wait_for("the page about installing", lambda: pages.children[1].has(Node.SHOWING))
-        check("the book opens at its first page", before)
         self.close_window("Brimvale Help")
 
     def restart(self):
@@ -252,6 +251,11 @@ class Tour:
     def open_window(self, button, title):
         self.screen.click(self.main(), "push button", button)
         return self.screen.window(title)
+
+    def type_into(self, sheet, text):
+        field = self.screen.find(sheet, "text")
+        self.screen.type(text)
+        wait_for(f"the sheet takes '{text}'", lambda: field.text == text)
 
     def close_window(self, title, key="Escape"):
         self.screen.press(key)
