@@ -22,7 +22,7 @@ class Failure(Exception):
 
 def wait_for(what, probe):
     """What `probe` answers, as soon as it is something; a Failure that names `what` when it stays nothing. An element that
-    goes while it is asked is nothing: windows come and go at their own pace."""
+    goes while it is asked, and a program that fails, are nothing: windows come and go at their own pace."""
     deadline = time.monotonic() + PATIENCE
     while True:
         fault = ""
@@ -30,8 +30,8 @@ def wait_for(what, probe):
             answer = probe()
             if answer:
                 return answer
-        except GLib.Error as error:
-            fault = f": {error.message}"
+        except (GLib.Error, Failure) as error:
+            fault = f": {error}"
         if time.monotonic() > deadline:
             raise Failure(f"{what}: waited {PATIENCE} seconds for it in vain{fault}")
         time.sleep(0.02)
@@ -80,6 +80,7 @@ class Stage:
             "HOME": str(self.home),
             "XDG_RUNTIME_DIR": str(self.folder),
             "GSETTINGS_BACKEND": "memory",
+            "GIO_USE_VFS": "local",  # the file manager would wait for a daemon that does not always come up
             "LANG": "C.UTF-8",
             "QT_QPA_PLATFORM": "xcb",
             "QT_SCALE_FACTOR": str(PIXELS_PER_POINT),

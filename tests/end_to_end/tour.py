@@ -56,9 +56,8 @@ class Tour:
     # Before the program starts
 
     def furnish_home(self):
-        # With a trash, as on any desktop that was used before: one that has none does not see one that comes.
-        for folder in ("Documents", "Movies", "Backups", ".local/share/Trash/files", ".local/share/Trash/info"):
-            (self.home / folder).mkdir(parents=True)
+        for folder in ("Documents", "Movies", "Backups"):
+            (self.home / folder).mkdir()
         (self.home / ".config" / "mimeapps.list").write_text("[Default Applications]\ninode/directory=pcmanfm-qt.desktop\n")
         self.stage.run("convert", "-size", "640x360", "radial-gradient:#ffe3a0-#3b2a6e", self.stage.folder / "large.png")
         self.make_template("Glow", "first")
@@ -118,9 +117,10 @@ class Tour:
     def restore_replaced(self):
         replaced = self.category("Effects") / "Glow"
         shutil.rmtree(replaced)
+        trash = ("env", "--unset=GIO_USE_VFS", "gio", "trash")
         listed = wait_for("the replaced template in the desktop's trash", lambda: next(
-            (line for line in self.stage.run("gio", "trash", "--list").splitlines() if line.endswith(str(replaced))), None))
-        self.stage.run("gio", "trash", "--restore", listed.split()[0])
+            (line for line in self.stage.run(*trash, "--list").splitlines() if line.endswith(str(replaced))), None))
+        self.stage.run(*trash, "--restore", listed.split()[0])
         check("the desktop restores the replaced template", "first" in (replaced / "Glow.moef").read_text())
 
     def open_library(self):
