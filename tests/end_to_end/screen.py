@@ -111,7 +111,8 @@ class Screen:
     def picture(self, window, path):
         """A picture of the window, and of what is in front of it, once it rests; the mouse is out of the way."""
         self._stage.run("xdotool", "mousemove", "0", "0")
-        wait_for_rest("the picture", lambda: self._pixels(*window.rectangle), times=10)
+        # For less than a cursor stays on or off.
+        wait_for_rest("the picture", lambda: self._pixels(*window.rectangle), seconds=0.2)
         number = self._stage.run("xdotool", "search", "--onlyvisible", "--name", f"^{window.name}$").strip()
         self._stage.run("import", "-screen", "-window", number, path)
 
@@ -153,7 +154,7 @@ class Screen:
         def look():
             left, top, width, height = target.rectangle
             return self._pixels(left + width // 20, top + height // 10, 8, 8)
-        before = wait_for_rest("the target", look, times=10)
+        before = wait_for_rest("the target", look, seconds=0.2)
         self._stage.run("xdotool", "mousemove", *self._middle(node), "mousedown", "1")
 
         def takes_it():

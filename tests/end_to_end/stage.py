@@ -37,16 +37,16 @@ def wait_for(what, probe):
         time.sleep(0.02)
 
 
-def wait_for_rest(what, probe, times=3):
-    """What `probe` answers, once it answers the same so many times in a row."""
-    last, count = None, 0
+def wait_for_rest(what, probe, seconds=0.05):
+    """What `probe` answers, once it has answered the same for so long."""
+    last, since = None, 0
 
     def rests():
-        nonlocal last, count
+        nonlocal last, since
         answer = probe()
-        count = count + 1 if answer == last else 1
-        last = answer
-        return answer if count >= times else None
+        if answer != last:
+            last, since = answer, time.monotonic()
+        return answer if time.monotonic() - since >= seconds else None
     return wait_for(f"{what} rests", rests)
 
 
@@ -80,7 +80,7 @@ class Stage:
             "HOME": str(self.home),
             "XDG_RUNTIME_DIR": str(self.folder),
             "GSETTINGS_BACKEND": "memory",
-            "GIO_USE_VFS": "local",  # the file manager would wait for a daemon that does not always come up
+            "GIO_USE_VFS": "local",  # a daemon sees no trash that is made after it started
             "LANG": "C.UTF-8",
             "QT_QPA_PLATFORM": "xcb",
             "QT_SCALE_FACTOR": str(PIXELS_PER_POINT),

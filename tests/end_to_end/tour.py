@@ -5,6 +5,7 @@ Every step checks what came of it: on screen as a screen reader sees it, on disk
 """
 
 import argparse
+import contextlib
 import re
 import shutil
 import sys
@@ -62,8 +63,7 @@ class Tour:
         self.stage.run("convert", "-size", "640x360", "radial-gradient:#ffe3a0-#3b2a6e", self.stage.folder / "large.png")
         self.make_template("Glow", "first")
         shutil.copy(Path(__file__).with_name("Intro.motn"), self.motion_file)
-        self.stage.start("pcmanfm-qt", "--new-window", self.motion_file.parent)
-        self.desktop = self.screen.window("Desktop")
+        self.desktop = self.open_folder("Desktop", lambda: self.stage.start("pcmanfm-qt", self.motion_file.parent))
 
     def make_template(self, name, content):
         """A template folder on the desktop, as a download brings it."""
@@ -124,7 +124,8 @@ class Tour:
         check("the desktop restores the replaced template", "first" in (replaced / "Glow.moef").read_text())
 
     def open_library(self):
-        opened = self.open_window("Library", self.library.name)
+        opened = self.open_folder(
+            self.library.name, lambda: self.screen.click(self.main(), "push button", "Library"))
         self.screen.find(opened, "list item", "Titles.localized")
         self.close_window(self.library.name, "alt+F4")
 
@@ -256,6 +257,15 @@ class Tour:
         field = self.screen.find(sheet, "text")
         self.screen.type(text)
         wait_for(f"the sheet takes '{text}'", lambda: field.text == text)
+
+    def open_folder(self, title, ask):
+        """The file manager's window of a folder. It is asked again when none comes: now and then its threads miss each
+        other, and it waits for a thread that has ended."""
+        ask()
+        with contextlib.suppress(Failure):
+            return self.screen.window(title)
+        ask()
+        return self.screen.window(title)
 
     def close_window(self, title, key="Escape"):
         self.screen.press(key)
