@@ -28,7 +28,8 @@ Result<WholeFile> readWholeFile(const QString &path);
 using FileWriter = std::function<bool(QIODevice &)>;
 
 /// Replaces a file whole: everything is on the disk before it takes the old one's place, and the
-/// name is on the disk when this ends. After a failure the old file stands. Answers the new
+/// name is on the disk when this ends. After a failure the old file stands, but where two files
+/// cannot change places: there it is gone when only the flush of the name fails. Answers the new
 /// version.
 ///
 /// Of a symbolic link the target is replaced. Permissions, extended attributes and access lists

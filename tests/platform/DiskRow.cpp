@@ -33,7 +33,7 @@ bool runDiskAction(const QStringList &action, FileTree::CopyProgress *last)
     if (action[0] == u"trash")
         return bool(FileTree::trash(from));
     if (action[0] == u"flush")
-        return bool(FileTree::flush(from));
+        return bool(from.name.isEmpty() ? FileTree::flush(from.folder) : FileTree::flush(from));
     const auto file = readWholeFile(path);
     return file && writeWholeFile(path, file->version,
                                   [](QIODevice &device) { return device.write("new") == 3; });
