@@ -79,8 +79,8 @@ void InstallationHistoryTest::keepsWhatIsSelected()
     QCOMPARE(QApplication::clipboard()->text(), copied);
 
     program.find<QWidget>(u"mWindow"_s)->activateWindow();
-    program.chooseTitle(home.path(u"Desktop/Glow"_s));
-    program.install();
+    program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
+    program.click(u"mSendButton"_s);
     QTRY_COMPARE(shownLines(program).size(), 101);
     QVERIFY(table->selectionModel()->isRowSelected(3));
     QVERIFY(table->visualRect(table->model()->index(100, 0)).bottom() <=

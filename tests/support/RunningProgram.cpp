@@ -2,9 +2,7 @@
 
 #include "widgets/SegmentedControl.h"
 
-#include <QAbstractButton>
 #include <QDropEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 #include <QUrl>
@@ -35,10 +33,7 @@ RunningProgram::RunningProgram()
 
 QString RunningProgram::text(const QString &name) const
 {
-    const auto *control = find<QWidget>(name);
-    if (const auto *label = qobject_cast<const QLabel *>(control))
-        return label->text();
-    return control->property("text").toString();
+    return find<QWidget>(name)->property("text").toString();
 }
 
 bool RunningProgram::isShown(const QString &name) const
@@ -107,21 +102,4 @@ void RunningProgram::leave(const QString &name) const
 {
     QDragLeaveEvent leave;
     QCoreApplication::sendEvent(find<QWidget>(name)->window()->windowHandle(), &leave);
-}
-
-void RunningProgram::chooseTitle(const QString &path) const
-{
-    dropFiles(u"installHint"_s, {path});
-    click(u"titlesChoice"_s);
-}
-
-void RunningProgram::install(const QString &subCategory) const
-{
-    if (subCategory.isEmpty()) {
-        click(u"mSendButton"_s);
-        return;
-    }
-    click(u"mNewCatButton"_s);
-    type(u"textField"_s, subCategory);
-    click(u"generateCustomFolder"_s);
 }

@@ -40,11 +40,6 @@ public:
     void drag(const QString &name, const QStringList &paths) const;
     void leave(const QString &name) const;
 
-    /// Drops a folder on the Install module and selects Titles.
-    void chooseTitle(const QString &path) const;
-    /// Installs what is chosen, into a sub-category where one is named.
-    void install(const QString &subCategory = {}) const;
-
 private:
     BrimvaleAppDelegate m_delegate;
 };

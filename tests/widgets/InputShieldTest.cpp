@@ -24,8 +24,8 @@ void InputShieldTest::keepsEverythingButTheWindowsStill()
 {
     const TestHome home;
     const RunningProgram program;
-    program.chooseTitle(home.makeFolder(u"Glow"_s));
-    program.install();
+    program.dropFiles(u"installHint"_s, {home.makeFolder(u"Glow"_s)});
+    program.click(u"mSendButton"_s);
     auto *input = program.find<QWidget>(u"input"_s);
     auto *window = program.find<QWidget>(u"mWindow"_s);
     auto *bar = program.find<QProgressBar>(u"progressBar"_s);
