@@ -45,6 +45,7 @@ void tryDiskRow(const QByteArrayList &row)
         QSKIP("only root can make what others own");
     const TestHome home;
     QVERIFY(QDir::setCurrent(home.path()));
+    const auto leave = qScopeGuard([] { QDir::setCurrent(QDir::rootPath()); });
     prepareDisk(home, row[0]);
     if (QTest::currentTestFailed())
         return;
