@@ -125,6 +125,10 @@ void checkRoom(QWidget *window)
         };
         QVERIFY2(QTest::qWaitFor(isWhole, 1000), qPrintable(each->objectName()));
     }
+    for (const QString &heading : {u"display"_s, u"installHintTitle"_s, u"emptyHistoryHeading"_s}) {
+        if (const auto *label = window->findChild<QLabel *>(heading))
+            QVERIFY(label->fontMetrics().height() > window->fontMetrics().height());
+    }
     // Other names may be shortened, but not the one that says where the template goes.
     const auto *place = window->findChild<QLabel *>(u"cardPlace"_s);
     if (place && place->isVisible())
