@@ -8,6 +8,7 @@ import argparse
 import contextlib
 import re
 import shutil
+import signal
 import sys
 import tempfile
 import time
@@ -323,6 +324,7 @@ def main():
     if missing:
         print(f"tour: not installed: {', '.join(missing)}; script/setup installs what the tour needs", file=sys.stderr)
         sys.exit(SKIPPED)
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # the stage is struck all the same
     stage = Stage(arguments.palette)
     try:
         stage.set_up()
