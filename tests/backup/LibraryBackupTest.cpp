@@ -3,6 +3,7 @@
 #include "tests/support/LibraryHome.h"
 #include "tests/support/RunningProgram.h"
 
+#include <QDir>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -20,22 +21,27 @@ private Q_SLOTS:
 void LibraryBackupTest::copiesWithoutOtherActions()
 {
     const LibraryHome home;
-    QVERIFY(
-        SettingsStore().setObject(home.makeFolder(u"Backups"_s), SettingsStore::theAppBackupPath));
+    const QString backups = home.makeFolder(u"Backups"_s);
+    QVERIFY(SettingsStore().setObject(backups, SettingsStore::theAppBackupPath));
     setWaitLength([](auto) { return 1ms; });
     const auto restore = qScopeGuard([] { setWaitLength({}); });
     const RunningProgram program;
     program.click(u"runPrefsWindow"_s);
     bool isTried = false;
+    QTimer attempts;
+    connect(&attempts, &QTimer::timeout, program.find<QWidget>(u"mWindow"_s), [&] {
+        if (!isTried && program.isShown(u"backupProgress"_s)) {
+            isTried = true;
+            program.chooseMode(1);
+        }
+    });
+    attempts.start(0);
     // More and more, until a copy takes long enough.
-    for (int files = 100; files < 20000 && !isTried; files *= 2) {
+    for (int files = 800; files < 50000 && !isTried; files *= 2) {
+        QVERIFY(QDir(backups).removeRecursively()); // the name of this second may be taken
+        home.makeFolder(u"Backups"_s);
         for (int file = 0; file < files; ++file)
             home.makeFile(home.titles() + u"/Big %1/%2"_s.arg(files).arg(file));
-        QTimer::singleShot(0, program.find<QWidget>(u"mWindow"_s), [&] {
-            isTried = program.isShown(u"backupProgress"_s);
-            if (isTried)
-                program.chooseMode(1);
-        });
         program.click(u"theBackupButton"_s);
     }
     QVERIFY(isTried && program.isShown(u"addButton"_s));
