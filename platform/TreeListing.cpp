@@ -67,7 +67,8 @@ Result<TreeListing> listTree(const Place &root, Access access, const Tick &tick)
             return errno;
         if (S_ISDIR(status.st_mode)) {
             unread.push_back(tree.folders.size());
-            tree.folders.push_back({folder, name, Native::stampOf(status), mode_t(status.st_mode & 07777)});
+            tree.folders.push_back(
+                {folder, name, Native::stampOf(status), mode_t(status.st_mode & 07777)});
             return 0;
         }
         TreeListing::Entry entry = {folder, name, kindOf(status), Native::stampOf(status)};
