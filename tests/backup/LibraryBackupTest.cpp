@@ -2,6 +2,7 @@
 #include "settings/SettingsStore.h"
 #include "tests/support/LibraryHome.h"
 #include "tests/support/RunningProgram.h"
+#include "widgets/DateField.h"
 
 #include <QDir>
 #include <QTimer>
@@ -17,13 +18,18 @@ private Q_SLOTS:
     void copiesWithoutOtherActions();
 };
 
-/// The windows stay alive meanwhile, but nothing else starts.
+/// The windows stay alive meanwhile, but nothing else starts. The backup is of the time when it
+/// began, as its name says.
 void LibraryBackupTest::copiesWithoutOtherActions()
 {
     const LibraryHome home;
     const QString backups = home.makeFolder(u"Backups"_s);
     QVERIFY(SettingsStore().setObject(backups, SettingsStore::theAppBackupPath));
-    setWaitLength([](auto) { return 1ms; });
+    QDateTime copied;
+    setWaitLength([&](auto) {
+        copied = QDateTime::currentDateTime();
+        return 1ms;
+    });
     const auto restore = qScopeGuard([] { setWaitLength({}); });
     const RunningProgram program;
     program.click(u"runPrefsWindow"_s);
@@ -45,6 +51,7 @@ void LibraryBackupTest::copiesWithoutOtherActions()
         program.click(u"theBackupButton"_s);
     }
     QVERIFY(isTried && program.isShown(u"addButton"_s));
+    QVERIFY(program.find<DateField>(u"lastBackupDate"_s)->objectValue().toDateTime() < copied);
     program.chooseMode(1);
     QVERIFY(!program.isShown(u"addButton"_s));
 }

@@ -1,9 +1,12 @@
+#include "history/InstallationDelegate.h"
 #include "history/InstallationRecord.h"
 #include "tests/support/LibraryHome.h"
 #include "tests/support/RunningProgram.h"
 
 #include <QClipboard>
+#include <QHeaderView>
 #include <QTableView>
+#include <QTextDocumentFragment>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +32,7 @@ private Q_SLOTS:
     void leavesOutWhatIsNoRecord();
     void takesALineApart();
     void keepsWhatIsSelected();
+    void paintsEachPartInItsColumn();
 };
 
 void InstallationHistoryTest::leavesOutWhatIsNoRecord()
@@ -77,6 +81,10 @@ void InstallationHistoryTest::keepsWhatIsSelected()
     QApplication::clipboard()->clear();
     program.find<QAction>(u"copyItem"_s)->trigger();
     QCOMPARE(QApplication::clipboard()->text(), copied);
+    QApplication::clipboard()->clear();
+    program.find<QWidget>(u"logFilter"_s)->setFocus(); // the menu's command is for the field then
+    program.find<QAction>(u"copyItem"_s)->trigger();
+    QCOMPARE(QApplication::clipboard()->text(), QString());
 
     program.find<QWidget>(u"mWindow"_s)->activateWindow();
     program.dropFiles(u"installHint"_s, {home.path(u"Desktop/Glow"_s)});
@@ -85,6 +93,41 @@ void InstallationHistoryTest::keepsWhatIsSelected()
     QVERIFY(table->selectionModel()->isRowSelected(3));
     QVERIFY(table->visualRect(table->model()->index(100, 0)).bottom() <=
             table->viewport()->height());
+}
+
+/// As far as it can be told without a picture to compare with: what differs between two lines
+/// differs in its own column, and the header has a word over each.
+void InstallationHistoryTest::paintsEachPartInItsColumn()
+{
+    const LibraryHome home;
+    for (const QString &line : {u"2026-11-21 Titles   Glow"_s, u"2025-11-21 Titles   Glow"_s,
+                                u"2026-11-21 Effects   Glow"_s, u"2026-11-21 Titles   <b>Shine"_s})
+        QVERIFY(appendInstallation({line}));
+    const RunningProgram program;
+    program.click(u"openLogsWindow"_s);
+    auto *table = program.find<QTableView>(u"theTable"_s);
+    table->setAlternatingRowColors(false);
+    program.find<QWidget>(u"logFilter"_s)->setFocus();
+    const auto cells = [&](QWidget *painted, const QRect &row) {
+        QList<QImage> pictures;
+        for (const QRect &each : InstallationDelegate::columns(row, table))
+            pictures << painted->grab(QRect(each.topLeft(), QSize(70, row.height()))).toImage();
+        return pictures;
+    };
+    const auto rowAt = [&](int row) {
+        return cells(table->viewport(), table->visualRect(table->model()->index(row, 0)));
+    };
+    const QList<QImage> first = rowAt(0);
+    for (int part = 0; part < 3; ++part) {
+        const QList<QImage> other = rowAt(part + 1);
+        for (int column = 0; column < 3; ++column)
+            QCOMPARE(other.at(column) != first.at(column), column == part);
+    }
+    const QList<QImage> titles =
+        cells(table->horizontalHeader(), table->horizontalHeader()->rect());
+    QVERIFY(titles.at(0) != titles.at(1) && titles.at(1) != titles.at(2));
+    const QString tip = table->model()->index(3, 0).data(Qt::ToolTipRole).toString();
+    QCOMPARE(QTextDocumentFragment::fromHtml(tip).toPlainText(), u"2026-11-21 Titles <b>Shine"_s);
 }
 
 QTEST_MAIN(InstallationHistoryTest)

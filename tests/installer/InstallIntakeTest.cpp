@@ -1,8 +1,10 @@
 #include "tests/support/RunningProgram.h"
 #include "tests/support/TestHome.h"
 
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSysInfo>
 #include <QUrl>
 
@@ -15,6 +17,7 @@ class InstallIntakeTest : public QObject
 private Q_SLOTS:
     void takesDropsOnTheField();
     void takesOnlyWhatIsSelected();
+    void waitsForTheEndOfTyping();
 };
 
 /// File managers offer the path as text too; the field must not take that for itself. Folders of
@@ -51,10 +54,25 @@ void InstallIntakeTest::takesOnlyWhatIsSelected()
     const RunningProgram program;
     program.click(u"addButton"_s);
     auto *panel = program.find<QWidget>(u"mWindow"_s)->findChild<QFileDialog *>();
+    const auto *buttons = panel->findChild<QDialogButtonBox *>();
+    QVERIFY(!buttons->button(QDialogButtonBox::Open)->isEnabled());
     QTest::keyClick(panel->findChild<QLineEdit *>(u"fileNameEdit"_s), Qt::Key_Return);
     QVERIFY(panel->isVisible());
     QCOMPARE(panel->directory().path(), desktop);
     QCOMPARE(program.text(u"input"_s), QString());
+}
+
+/// Of a path that is being typed each half is wrong; one that is dropped is told of at once.
+void InstallIntakeTest::waitsForTheEndOfTyping()
+{
+    const TestHome home;
+    const RunningProgram program;
+    const auto *delay =
+        program.find<QWidget>(u"dropZone"_s)->findChild<QTimer *>({}, Qt::FindDirectChildrenOnly);
+    program.type(u"input"_s, u"~/G"_s);
+    QCOMPARE(delay->interval(), 300);
+    program.dropFiles(u"installHint"_s, {home.makeFolder(u"Glow"_s)});
+    QCOMPARE(delay->interval(), 0);
 }
 
 QTEST_MAIN(InstallIntakeTest)

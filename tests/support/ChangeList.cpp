@@ -80,6 +80,8 @@ bool ChangeList::eventFilter(QObject *watched, QEvent *event)
     auto *dialog = qobject_cast<QDialog *>(watched);
     if (event->type() == QEvent::Show && dialog)
         answer(dialog);
+    if (event->type() == QEvent::MetaCall && watched == qApp) // how a thread hands over
+        return m_withholdsReading;
     return event->type() == QEvent::Timer && qobject_cast<ProgressAnimation *>(watched->parent());
 }
 

@@ -23,6 +23,7 @@
 ///     fade icon, unfade icon      half transparent        unfocus mWindow    none of its controls
 ///     say input, unsay input      text is read aloud
 ///     tint input, untint input    drawing the eye         front mWindow      the active window
+///     default a, undefault a      Return presses it       minimize a, restore a
 ///     make a, remove a            file or tree            a -> b, a => b     moved, copied
 ///     write a new lines           of a text               store key=value    settings
 ///     open url, log a / b, wait 1500                      stray item         it can be chosen when
@@ -49,6 +50,9 @@ public:
     /// From here on what is told of a template is watched too.
     void watchCard() { m_watchesCard = true; }
 
+    /// From here on nothing comes of the reading of a template.
+    void withholdReading() { m_withholdsReading = true; }
+
     /// How the next file dialog is answered: with that path, or with none by Escape.
     void answerPanel(const QString &path) { m_answer = path; }
     [[nodiscard]] bool isAnswered() const { return !m_answer; }
@@ -71,6 +75,7 @@ private:
     const TestHome &m_home;
     const LogLines m_log;
     bool m_watchesCard = false;
+    bool m_withholdsReading = false;
     ControlStates m_states;
     QMap<QString, QByteArray> m_disk;
     QStringList m_opened;

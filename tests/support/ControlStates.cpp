@@ -16,6 +16,7 @@
 #include <QIcon>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QTableView>
 #include <QVariantAnimation>
@@ -26,11 +27,17 @@ namespace {
 
 /// What a change to true and one to false are called; every other kind is told by its value.
 const QMap<QString, std::pair<QString, QString>> verbs = {
-    {u"enabled"_s, {u"on"_s, u"off"_s}},        {u"shown"_s, {u"show"_s, u"hide"_s}},
-    {u"checked"_s, {u"check"_s, u"uncheck"_s}}, {u"turning"_s, {u"turn"_s, u"stop"_s}},
-    {u"lit"_s, {u"light"_s, u"dim"_s}},         {u"ring"_s, {u"ring"_s, u"unring"_s}},
-    {u"faded"_s, {u"fade"_s, u"unfade"_s}},     {u"spoken"_s, {u"say"_s, u"unsay"_s}},
-    {u"tinted"_s, {u"tint"_s, u"untint"_s}}};
+    {u"enabled"_s, {u"on"_s, u"off"_s}},
+    {u"shown"_s, {u"show"_s, u"hide"_s}},
+    {u"checked"_s, {u"check"_s, u"uncheck"_s}},
+    {u"turning"_s, {u"turn"_s, u"stop"_s}},
+    {u"lit"_s, {u"light"_s, u"dim"_s}},
+    {u"ring"_s, {u"ring"_s, u"unring"_s}},
+    {u"faded"_s, {u"fade"_s, u"unfade"_s}},
+    {u"spoken"_s, {u"say"_s, u"unsay"_s}},
+    {u"tinted"_s, {u"tint"_s, u"untint"_s}},
+    {u"default"_s, {u"default"_s, u"undefault"_s}},
+    {u"minimized"_s, {u"minimize"_s, u"restore"_s}}};
 
 /// Menu items that stand for a control: they can be chosen while it can be, at any time.
 const QMap<QString, QString> followers = {{u"doOpenItem"_s, u"addButton"_s},
@@ -156,12 +163,16 @@ void States::add(QWidget *control)
     put("faded", control, control->graphicsEffect() && !control->isHidden());
     if (control->isWindow()) {
         put("window", control, control->isVisible());
+        put("minimized", control, control->isMinimized());
         put("focus", control, nameOf(control->focusWidget()));
     } else if (!qobject_cast<QStackedWidget *>(control->parentWidget())) {
         put("shown", control, !control->isHidden());
     }
     if (control->property("checkable").toBool())
         put("checked", control, control->property("checked").toBool());
+    if (const auto *button = qobject_cast<QPushButton *>(control);
+        button && !qobject_cast<QDialog *>(control->window())) // where it follows every focus
+        put("default", control, button->isDefault());
     if (const auto *spinner = qobject_cast<Spinner *>(control))
         put("turning", control, spinner->isAnimating());
     if (const auto *hint = qobject_cast<DropHint *>(control))

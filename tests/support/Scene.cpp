@@ -14,6 +14,8 @@
 #include <QTimerEvent>
 #include <QWindow>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -52,6 +54,13 @@ void pressKey(QWidget *control, const QString &keys)
         QTest::keyClick(control, key.key(), key.keyboardModifiers());
     else
         QTest::keyClick(QGuiApplication::focusWindow(), key.key(), key.keyboardModifiers());
+    const auto isDown = [](const QWidget *each) {
+        const auto *button = qobject_cast<const QAbstractButton *>(each);
+        return button && button->isDown();
+    };
+    // A shortcut holds its button down for a moment.
+    QVERIFY(
+        QTest::qWaitFor([&] { return std::ranges::none_of(QApplication::allWidgets(), isDown); }));
 }
 
 /// Another window comes to the front, and goes.
@@ -135,6 +144,10 @@ bool useControl(const Step &step)
         program.find<QWidget>(name)->setProperty("text", rest);
     else if (verb == u"close")
         program.find<QWidget>(name)->close();
+    else if (verb == u"minimize")
+        program.find<QWidget>(name)->showMinimized();
+    else if (verb == u"shrink")
+        program.find<QWidget>(name)->resize(1, 1);
     else
         return false;
     return true;
@@ -166,6 +179,8 @@ bool useSurroundings(const Step &step)
         changes.happen(u"ticks %1"_s.arg(ticksToRest(program)));
     else if (verb == u"launch")
         changes.forgetStates();
+    else if (verb == u"unread")
+        changes.withholdReading();
     else if (verb == u"card") {
         settleCard(program);
         changes.watchCard();

@@ -20,6 +20,8 @@ public:
     ///     a, and a link tick 50             steps of a bar      rest        until no bar runs card
     ///     what is told of the template has come, and is watched from here on launch everything is
     ///     new that is not on, shown, unchecked
+    ///     minimize mWindow    shrink mWindow      as far as it goes           unread from here on
+    ///     nothing comes of the reading of a template
     /// LIB stands for the library's path. A step that is none, or cannot be done, fails the test.
     void perform(const QString &steps);
 

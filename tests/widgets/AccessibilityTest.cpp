@@ -1,4 +1,5 @@
 #include "editor/FactLabel.h"
+#include "installer/TemplateCard.h"
 #include "tests/support/ActionTable.h"
 #include "tests/support/Scene.h"
 #include "widgets/DropHint.h"
@@ -100,9 +101,10 @@ void checkTabOrder(QWidget *window, const QString &expected)
     }
     QStringList names;
     for (const QWidget *each : chain)
-        names << (each->objectName().isEmpty() ? u"mode"_s : each->objectName());
+        names << (each->objectName().isEmpty() ? each->property("text").toString().remove(u'&')
+                                               : each->objectName());
     if (!expected.isEmpty()) {
-        const auto first = names.indexOf(expected.section(u' ', 0, 0));
+        const auto first = qMax(0, names.indexOf(expected.section(u' ', 0, 0)));
         std::rotate(names.begin(), names.begin() + first, names.end());
         QCOMPARE(names.join(u' '), expected);
     }
@@ -129,10 +131,14 @@ void checkRoom(QWidget *window)
         if (label && label->isVisible())
             QVERIFY(label->fontMetrics().height() > window->fontMetrics().height());
     }
-    // Other names may be shortened, but not the one that says where the template goes.
-    const auto *place = window->findChild<QLabel *>(u"cardPlace"_s);
-    if (place && place->isVisible())
-        QVERIFY(place->width() >= place->fontMetrics().horizontalAdvance(place->text()));
+    // Other names may be shortened, but not what says where the template goes or what is missing;
+    // and they do not keep a window wide.
+    for (const QString &text : {u"cardPlace"_s, u"theLastPathComponent"_s}) {
+        const auto *label = window->findChild<QLabel *>(text);
+        if (label && label->isVisible())
+            QVERIFY(label->width() >= label->fontMetrics().horizontalAdvance(label->text()));
+    }
+    QVERIFY(window->width() < 110 * window->fontMetrics().averageCharWidth());
 }
 
 } // namespace
@@ -199,7 +205,7 @@ void AccessibilityTest::paintsWhatItSays()
     FactLabel fact;
     DropHint hint;
     const auto picture = [](QWidget &widget) {
-        widget.resize(200, 100);
+        widget.resize(400, 200);
         return widget.grab().toImage();
     };
     QList<QImage> facts = {picture(fact)};
@@ -211,6 +217,12 @@ void AccessibilityTest::paintsWhatItSays()
     facts << picture(fact);
     fact.tint();
     facts << picture(fact);
+    fact.setStanding(FactLabel::Standing::Present);
+    QCOMPARE(picture(fact), facts.at(1)); // what has changed is of the file before
+    fact.setValue(u"3\n00"_s);
+    facts << picture(fact);
+    fact.setValue(u"3 00"_s);
+    QCOMPARE(picture(fact), facts.takeLast());
     fact.setValue(QString(16'000'000, u'x'));
     QElapsedTimer timer;
     timer.start();
@@ -222,6 +234,11 @@ void AccessibilityTest::paintsWhatItSays()
     hints << picture(hint);
     hint.setHighlighted(true);
     hints << picture(hint);
+    TemplateCard card;
+    const auto frame = [](const QImage &image) { return image.copy(0, 0, image.width(), 4); };
+    QCOMPARE(frame(picture(card)), frame(hints.at(0)));
+    card.showTemplate({});
+    QCOMPARE(frame(picture(card)), frame(hints.at(1)));
     for (const QList<QImage> &pictures : {facts, hints}) {
         for (const QImage &each : pictures)
             QCOMPARE(pictures.count(each), 1);
