@@ -209,6 +209,9 @@ void States::add(const QAction *item)
     const bool follows =
         !control.isEmpty() && word(item->isEnabled()) == value({u"usable"_s, control}, word(false));
     put("enabled", item, follows || item->isEnabled());
+    put("value", item, item->text());
+    if (item->isCheckable())
+        put("checked", item, item->isChecked());
     put("stray", item, control.isEmpty() || follows ? QString() : item->objectName());
 }
 

@@ -141,6 +141,20 @@ void checkRoom(QWidget *window)
     QVERIFY(window->width() < 110 * window->fontMetrics().averageCharWidth());
 }
 
+/// Counts how often it is painted.
+class PaintedHint : public DropHint
+{
+public:
+    int m_times = 0;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        ++m_times;
+        DropHint::paintEvent(event);
+    }
+};
+
 } // namespace
 
 void AccessibilityTest::servesEveryone_data()
@@ -203,7 +217,7 @@ void AccessibilityTest::keepsPlaceholdersLegible()
 void AccessibilityTest::paintsWhatItSays()
 {
     FactLabel fact;
-    DropHint hint;
+    PaintedHint hint;
     const auto picture = [](QWidget &widget) {
         widget.resize(400, 200);
         return widget.grab().toImage();
@@ -234,6 +248,14 @@ void AccessibilityTest::paintsWhatItSays()
     hints << picture(hint);
     hint.setHighlighted(true);
     hints << picture(hint);
+    hint.show();
+    for (const auto set : {&DropHint::setFilled, &DropHint::setHighlighted}) {
+        QVERIFY(QTest::qWaitForWindowExposed(&hint));
+        QCoreApplication::processEvents();
+        const int times = hint.m_times;
+        (hint.*set)(false);
+        QTRY_VERIFY(hint.m_times > times);
+    }
     TemplateCard card;
     const auto frame = [](const QImage &image) { return image.copy(0, 0, image.width(), 4); };
     QCOMPARE(frame(picture(card)), frame(hints.at(0)));
