@@ -3,6 +3,7 @@
 #include "tests/support/ActionTable.h"
 #include "tests/support/Scene.h"
 #include "widgets/DropHint.h"
+#include "widgets/Spinner.h"
 
 #include <QAccessible>
 #include <QLabel>
@@ -142,7 +143,8 @@ void checkRoom(QWidget *window)
 }
 
 /// Counts how often it is painted.
-class PaintedHint : public DropHint
+template <class Control>
+class Painted : public Control
 {
 public:
     int m_times = 0;
@@ -151,7 +153,7 @@ protected:
     void paintEvent(QPaintEvent *event) override
     {
         ++m_times;
-        DropHint::paintEvent(event);
+        Control::paintEvent(event);
     }
 };
 
@@ -217,7 +219,7 @@ void AccessibilityTest::keepsPlaceholdersLegible()
 void AccessibilityTest::paintsWhatItSays()
 {
     FactLabel fact;
-    PaintedHint hint;
+    Painted<DropHint> hint;
     const auto picture = [](QWidget &widget) {
         widget.resize(400, 200);
         return widget.grab().toImage();
@@ -256,6 +258,10 @@ void AccessibilityTest::paintsWhatItSays()
         (hint.*set)(false);
         QTRY_VERIFY(hint.m_times > times);
     }
+    Painted<Spinner> spinner;
+    spinner.show();
+    spinner.startAnimation();
+    QTRY_VERIFY(spinner.m_times > 4); // it turns
     TemplateCard card;
     const auto frame = [](const QImage &image) { return image.copy(0, 0, image.width(), 4); };
     QCOMPARE(frame(picture(card)), frame(hints.at(0)));
