@@ -144,10 +144,13 @@ Outcome create(const QString &path, IfThere ifThere)
     if (!item)
         return Failure{item.reason()};
     const Place &place = item->place;
-    if (::mkdirat(place.folder, place.name.constData(), 0777) != 0 &&
-        (errno != EEXIST || ifThere == IfThere::Refuse))
+    const bool isNew = ::mkdirat(place.folder, place.name.constData(), 0777) == 0;
+    if (!isNew && (errno != EEXIST || ifThere == IfThere::Refuse))
         return outcome(u"cannot create "_s + expanded, errno);
-    return outcome(u"cannot flush the folder of "_s + expanded, Native::flushFile(place.folder));
+    const int error = Native::flushFile(place.folder);
+    if (error != 0 && isNew)
+        std::ignore = ::unlinkat(place.folder, place.name.constData(), AT_REMOVEDIR);
+    return outcome(u"cannot flush the folder of "_s + expanded, error);
 }
 
 } // namespace
@@ -168,7 +171,8 @@ mode_t keepOwner(int file, const struct stat &status)
     mode &= ~mode_t(S_ISUID | S_ISGID);
     if (::fchown(file, uid_t(-1), status.st_gid) == 0)
         return mode;
-    return (mode & ~mode_t(S_IRWXG)) | mode_t((mode & S_IRWXO) << 3);
+    const mode_t everybody = mode & (mode >> 3) & S_IRWXO; // who was in the group is among others
+    return (mode & ~mode_t(S_IRWXG | S_IRWXO)) | mode_t(everybody << 3) | everybody;
 }
 
 Item itemAt(const QString &path)

@@ -46,12 +46,6 @@ bool isOld(const Place &partial)
                QDateTime::currentSecsSinceEpoch() - secondsADay;
 }
 
-FileDescriptor openClaim(const Place &partial)
-{
-    return FileDescriptor(::openat(partial.folder, partial.name.constData(),
-                                   O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-}
-
 } // namespace
 
 QByteArray partialName()
@@ -64,12 +58,9 @@ QByteArray asideName()
     return hiddenName(asideSuffix);
 }
 
-FileDescriptor claim(const Place &partial)
+int claim(int file)
 {
-    FileDescriptor claim = openClaim(partial);
-    // A disk without locks lets nobody else have one either.
-    std::ignore = ::flock(claim.get(), LOCK_SH | LOCK_NB);
-    return claim;
+    return ::flock(file, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK ? EWOULDBLOCK : 0;
 }
 
 Outcome removeOldPartials(int folder)
@@ -84,7 +75,10 @@ Outcome removeOldPartials(int folder)
         outcome = failure(u"cannot look for old copies"_s, error);
     for (const QByteArray &name : partials) {
         const Place place = {folder, name};
-        const FileDescriptor unclaimed = openClaim(place);
+        if (!isOld(place))
+            continue; // nor locked: its owner is about to claim it
+        const FileDescriptor unclaimed(
+            ::openat(folder, name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
         if (::flock(unclaimed.get(), LOCK_EX | LOCK_NB) != 0 || !isOld(place))
             continue;
         const auto listed = listTree(place, Access::Forced);

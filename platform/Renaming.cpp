@@ -22,25 +22,26 @@ bool stands(const Stamp &item, const Place &place)
 
 /// For a disk without second names. A new file of ours takes the name, which makes others fail, and
 /// is replaced as long as nobody has written to it.
-int renameOverEmptyFile(const Place &from, const Place &to)
+int renameOverEmptyFile(const Stamp &item, const Place &from, const Place &to)
 {
-    const FileDescriptor empty(::openat(to.folder, to.name.constData(),
-                                        O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                                        S_IRUSR | S_IWUSR));
-    struct stat made = {};
-    if (!empty || ::fstat(empty.get(), &made) != 0)
-        return errno;
-    const auto isUntouched = [&to, reserved = Native::stampOf(made)] {
-        Stamp now;
-        return stampAt(to, &now) == 0 && now == reserved;
+    const char *target = to.name.constData();
+    const auto isEmpty = [&to, target] {
+        struct stat status = {};
+        return ::fstatat(to.folder, target, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+               S_ISREG(status.st_mode) && status.st_size == 0;
     };
-    if (!isUntouched())
-        return EEXIST;
-    if (::renameat(from.folder, from.name.constData(), to.folder, to.name.constData()) == 0)
-        return 0;
-    const int error = errno;
-    if (isUntouched())
-        std::ignore = ::unlinkat(to.folder, to.name.constData(), 0);
+    FileDescriptor empty(::openat(to.folder, target,
+                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                                  S_IRUSR | S_IWUSR));
+    int error = empty ? empty.close() : errno; // some disks replace no file that is open
+    if (error == EEXIST)
+        return error;
+    if (error == 0 && !isEmpty())
+        error = EEXIST;
+    if (error == 0 && ::renameat(from.folder, from.name.constData(), to.folder, target) != 0)
+        error = errno;
+    if (error != 0 && presence(item, to) == Presence::NotThere && isEmpty())
+        std::ignore = ::unlinkat(to.folder, target, 0);
     return error;
 }
 
@@ -63,7 +64,7 @@ int renameByReservation(const Stamp &item, bool isFolder, const Place &from, con
     } else {
         const int error = ::linkat(from.folder, source, to.folder, target, 0) == 0 ? 0 : errno;
         if (error == EPERM || error == ENOTSUP || error == ENOSYS)
-            return renameOverEmptyFile(from, to);
+            return renameOverEmptyFile(item, from, to);
         if (error == EEXIST || (error != 0 && !stands(item, to)))
             return error;
         if (::unlinkat(from.folder, source, 0) == 0)

@@ -9,6 +9,8 @@
 struct Failure
 {
     QString reason;
+    /// What it was made for is not there any more: it may be made anew for what is there now.
+    bool isOutdated = false;
 };
 
 /// The value that an operation made, or why there is none.
@@ -29,6 +31,7 @@ public:
 
     /// Empty when there is a value.
     QString reason() const { return *this ? QString() : std::get<Failure>(m_content).reason; }
+    bool isOutdated() const { return !*this && std::get<Failure>(m_content).isOutdated; }
 
 private:
     std::variant<Value, Failure> m_content;

@@ -54,8 +54,8 @@ Outcome TreeCopy::run()
     Outcome outcome = makeFolders();
     if (outcome)
         outcome = copyEntries();
-    if (!m_claim)
-        m_claim = claim(m_to); // a file, by now
+    if (outcome && !m_claim)
+        outcome = claimRoot(); // a file, by now
     if (outcome)
         outcome = copyOtherNames();
     if (outcome)
@@ -78,6 +78,16 @@ Failure TreeCopy::failure(size_t folder, const QByteArray &name, int error) cons
     return FileTree::failure(u"cannot copy "_s + m_tree.path(folder, name), error);
 }
 
+/// Of a link there is nothing that could be claimed, and nothing that looks like a leftover.
+Outcome TreeCopy::claimRoot()
+{
+    m_claim = FileDescriptor(::openat(m_to.folder, m_to.name.constData(),
+                                      O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (const int error = m_claim ? claim(m_claim.get()) : 0)
+        return FileTree::failure(u"cannot claim the copy"_s, error);
+    return {};
+}
+
 Outcome TreeCopy::makeFolders()
 {
     FolderCursor to(m_tree, m_to, Access::ToCopy);
@@ -91,7 +101,8 @@ Outcome TreeCopy::makeFolders()
             return failure(parent, name, errno);
         if (parent != 0)
             continue;
-        m_claim = claim(m_to);
+        if (const Outcome claimed = claimRoot(); !claimed)
+            return claimed;
         const int made = to.open(index);
         if (const int error = made < 0 ? errno : Native::dropInheritance(made))
             return failure(parent, name, error);

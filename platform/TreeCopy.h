@@ -26,6 +26,7 @@ public:
     void tick();
 
 private:
+    Outcome claimRoot();
     Outcome makeFolders();
     Outcome copyEntries();
     enum class Share { FromTheFront, FromTheBack };

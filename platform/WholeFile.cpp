@@ -158,7 +158,7 @@ Outcome fill(Temporary &temporary, const Target &original, const FileWriter &wri
 
 Failure anothersVersion()
 {
-    return {u"another program has changed the file meanwhile"_s};
+    return {u"another program has changed the file meanwhile"_s, true};
 }
 
 Outcome flushName(const Place &place)
@@ -188,6 +188,9 @@ Outcome takePlaceOf(const Target &original, const Temporary &temporary)
         return failure(u"cannot find it any more"_s, error);
     if (found != original.version())
         return anothersVersion();
+    // The old file gets the name of a leftover until it goes, or comes back. Whoever else locks it
+    // is no remover of leftovers.
+    std::ignore = FileTree::claim(original.file.get());
     error = FileTree::Native::exchange(temporary.place(), place);
     if (error == EINVAL || error == ENOTSUP || error == ENOSYS)
         return renameOver(temporary, place);
@@ -203,13 +206,17 @@ Outcome takePlaceOf(const Target &original, const Temporary &temporary)
         if (FileTree::stampAt(temporary.place(), &found) != ENOENT)
             done = failure(u"cannot remove the old one"_s, error);
     }
-    if (!done && FileTree::Native::exchange(temporary.place(), place) != 0 &&
-        !temporary.isAt(temporary.place())) {
-        // What bears the temporary's name now is no leftover, to be removed one day.
-        const QByteArray aside = FileTree::asideName();
-        std::ignore = ::renameat(place.folder, temporary.place().name.constData(), place.folder,
-                                 aside.constData());
-        return Failure{done.reason() + u", and remains as "_s + QFile::decodeName(aside)};
+    if (done)
+        return done;
+    std::ignore = FileTree::Native::exchange(temporary.place(), place);
+    if (!temporary.isAt(temporary.place())) {
+        // It did not go back, or somebody has replaced ours already: no leftover, to be removed one
+        // day.
+        const Place aside = {place.folder, FileTree::asideName()};
+        if (FileTree::renameExclusively(temporary.place(), aside) == 0)
+            return Failure{done.reason() + u"; another version remains as "_s +
+                               QFile::decodeName(aside.name),
+                           done.isOutdated()};
     }
     return done;
 }
@@ -274,7 +281,7 @@ Result<FileVersion> writeWholeFile(const QString &path, const std::optional<File
         done = target->file ? takePlaceOf(*target, temporary)
                             : takeFreePlace(target->place, temporary);
     if (!done)
-        return Failure{u"cannot write %1: %2"_s.arg(path, done.reason())};
+        return Failure{u"cannot write %1: %2"_s.arg(path, done.reason()), done.isOutdated()};
     FileVersion written; // one that no file has, when nobody can tell
     std::ignore = FileTree::stampAt(target->place, &written);
     return written;

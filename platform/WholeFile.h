@@ -34,9 +34,10 @@ using FileWriter = std::function<bool(QIODevice &)>;
 ///
 /// Of a symbolic link the target is replaced. Permissions, extended attributes and access lists
 /// are kept; owner and group too where the user may: another group gets no more than everybody.
-/// Refused when the file or its folder is marked read-only, and when the file that is there is
-/// not the version that the caller has read; one that went meanwhile is made again.
+/// Refused when the file or its folder is marked read-only, and, as outdated, when the file that is
+/// there is not the version that the caller has read; one that went meanwhile is made again.
 /// It grows beside the file under a hidden name, ".Brimvale-….partial". A killed program leaves
-/// that behind, or the old file under it; both go with a later write in the folder.
+/// that behind, or the old file under it; both go with a write in the folder a day later. The path
+/// is absolute.
 Result<FileVersion> writeWholeFile(const QString &path, const std::optional<FileVersion> &version,
                                    const FileWriter &write);

@@ -114,15 +114,6 @@ Result<QByteArray> appended(const QByteArray &text, const QVariant &item, QLatin
     return longer;
 }
 
-/// Whether somebody has written the file since it was read. A text that could not be flushed, and
-/// not be taken back either, is ours.
-bool hasChanged(const QString &path, const WholeFile &file, const QByteArray &ours)
-{
-    const Result<WholeFile> now = readWholeFile(path);
-    return now && now->version.has_value() && now->content != ours &&
-           !(file.version && now->version->hasSameContent(*file.version));
-}
-
 Outcome change(const std::function<Result<QByteArray>(const QByteArray &)> &newText)
 {
     const QString path = Stored().fileName();
@@ -145,7 +136,7 @@ Outcome change(const std::function<Result<QByteArray>(const QByteArray &)> &newT
                 return device.write(*text) == text->size();
             });
         // Some disks have no locks, and some programs know of none: theirs is edited again.
-        if (written || times == mostTimes || !hasChanged(path, *file, *text))
+        if (written || times == mostTimes || !written.isOutdated())
             return written ? Outcome() : Failure{written.reason()};
     }
 }

@@ -21,7 +21,12 @@ constexpr int paperMargin = 8;
 QString excerpt(const QString &text)
 {
     constexpr qsizetype side = 2000;
-    return text.size() <= 2 * side ? text : text.first(side) + u'…' + text.last(side);
+    if (text.size() <= 2 * side)
+        return text;
+    // No character is cut in two.
+    const qsizetype first = side - (text[side - 1].isHighSurrogate() ? 1 : 0);
+    const qsizetype last = side - (text[text.size() - side].isLowSurrogate() ? 1 : 0);
+    return text.first(first) + u'…' + text.last(last);
 }
 
 class AccessibleText : public QAccessibleWidget

@@ -16,12 +16,17 @@ from pathlib import Path
 
 sys.dont_write_bytecode = True  # the tour leaves nothing in the sources
 
-from pictures import Album  # noqa: E402
-from screen import Node, Screen  # noqa: E402
-from stage import Failure, Stage, wait_for  # noqa: E402
-
 NEEDED = ("Xvfb", "dbus-daemon", "openbox", "xdotool", "import", "convert", "pcmanfm-qt", "dunst", "gio", "xdg-open")
 SKIPPED = 77
+
+try:
+    from pictures import Album
+    from screen import Node, Screen
+    from stage import Failure, Stage, wait_for
+except ModuleNotFoundError as missing:
+    print(f"tour: not installed: Python's {missing.name}; script/setup installs what the tour needs", file=sys.stderr)
+    sys.exit(SKIPPED)
+
 CATEGORIES = ("Compositions", "Effects", "Generators", "Titles", "Transitions")
 DATE = r"\d{4}-\d\d-\d\d \d\d:\d\d:\d\d"
 # Only the sub-category sheet leaves a name for the history, so that the first install has none.
@@ -335,8 +340,9 @@ def main():
         for log in stage.folder.glob("*.log"):
             print(f"{log.stem} said:\n{log.read_text(errors='replace')}", file=sys.stderr)
         picture = Path(tempfile.gettempdir()) / "tour-failure.png"
-        stage.run("convert", f"xwd:{stage.screen_file}", picture)
-        print(f"the screen then: {picture}", file=sys.stderr)
+        with contextlib.suppress(Failure, OSError):  # the fault itself matters more
+            stage.run("convert", f"xwd:{stage.screen_file}", picture)
+            print(f"the screen then: {picture}", file=sys.stderr)
         raise
     finally:
         stage.strike()

@@ -51,7 +51,7 @@ bool isLeftover(const QString &path)
     return path.contains("/.Brimvale-"_L1);
 }
 
-/// A whole copy whose source is not all gone, or the empty folder that waits for a tree.
+/// A whole copy whose source is not all gone, or the empty folder or file that waits for an item.
 bool isBetween(const Snapshot &before, const Snapshot &after, const Snapshot &found, bool mayWait)
 {
     const Snapshot left = minus(found, after);
@@ -61,7 +61,8 @@ bool isBetween(const Snapshot &before, const Snapshot &after, const Snapshot &fo
             return before.contains(each.first) && before.at(each.first)[0] == each.second[0];
         });
     return mayWait && minus(before, found).empty() && arrived.size() == 1 &&
-           arrived.begin()->second[0] == u"folder" && after.contains(arrived.begin()->first);
+           (arrived.begin()->second[0] == u"folder" || arrived.begin()->second[0] == u"file ") &&
+           after.contains(arrived.begin()->first);
 }
 
 } // namespace

@@ -60,6 +60,10 @@ long onSystem(const char *name, Words words)
         const int error = theSystem.section(u' ', 1).toInt();
         return failed(name, error != 0 ? error : EINVAL);
     }
+    if (isOn(u"no links") && (isRename || is == "linkat"))
+        return failed(name, isRename ? EINVAL : EPERM);
+    if (isOn(u"no locks") && is == "flock")
+        return failed(name, ENOLCK);
     while (is == "symlinkat" && isLeftOut() && report->calls < 60 && !report->hasHappened)
         std::this_thread::yield();
     if ((isRename || is == "fstatat") && isOn(u"folds case")) {

@@ -36,6 +36,8 @@ struct Report
 /// From now on calls are counted and meet these faults. The system is this one, or else
 ///   "replaces": it knows no rename that refuses an existing destination, which it says by the
 ///       error number that may follow, by EINVAL otherwise,
+///   "no links": nor a second name of a file,
+///   "no locks": nor locks,
 ///   "folds case": "TREE" leads to what is called "Tree",
 ///   "two threads": no call of this thread counts, and it makes no link before the other one has
 ///       made most of its calls,

@@ -32,6 +32,8 @@ bool runDiskAction(const QStringList &action, FileTree::CopyProgress *last)
         return bool(FileTree::copy(from, to, progress));
     if (action[0] == u"trash")
         return bool(FileTree::trash(from));
+    if (action[0] == u"create")
+        return bool(FileTree::createFolder(Path::joined(from.folder, from.name)));
     if (action[0] == u"flush")
         return bool(from.name.isEmpty() ? FileTree::flush(from.folder) : FileTree::flush(from));
     const auto file = readWholeFile(path);

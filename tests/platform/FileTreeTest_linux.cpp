@@ -39,9 +39,10 @@ void LinuxFileTreeTest::rows()
 {
     QFETCH(const QByteArrayList, row);
     const auto restore = qScopeGuard([] { Shim::disarm(); });
-    for (const int error : {EINVAL, ENOTSUP, ENOSYS}) {
+    for (const QString &system : {u"replaces"_s, u"replaces %1"_s.arg(ENOTSUP),
+                                  u"replaces %1"_s.arg(ENOSYS), u"no links"_s}) {
         Shim::Report report;
-        Shim::arm({}, &report, u"replaces %1"_s.arg(error));
+        Shim::arm({}, &report, system);
         tryDiskRow(row);
     }
 }
@@ -103,19 +104,21 @@ void LinuxFileTreeTest::trash_isRestorable()
     const QString top = QStorageInfo(elsewhere.path()).rootPath();
     const QString user = top + u"/.Trash-" + QString::number(::getuid());
     for (const bool isElsewhere : {false, true}) {
-        if (isElsewhere && top == QStorageInfo(home.path()).rootPath())
+        if (isElsewhere && (!elsewhere.isValid() || top == QStorageInfo(home.path()).rootPath()))
             QSKIP("no second file system");
         const QString folder = isElsewhere ? elsewhere.path() : home.path();
         const QDir trash(isElsewhere ? user : home.path(u".local/share/Trash"_s));
         // The longest that a file system takes: the record's name must be shorter.
         QString name = u"100% – ü"_s + QFileInfo(folder).fileName();
-        name += QString(255 - name.toUtf8().size(), u'n');
+        name += u"%1%2"_s.arg(QString((255 - name.toUtf8().size()) / 2, u'ü'),
+                              QString((255 - name.toUtf8().size()) % 2, u'n'));
         QVERIFY(QDir(folder).mkpath(name + u"/inside"_s));
 
         QVERIFY(FileTree::trash({folder, name}));
 
         QVERIFY(!QFileInfo::exists(folder + u'/' + name));
         const QString item = QDir(trash.filePath(u"files"_s)).entryList({name.first(30) + u'*'})[0];
+        QVERIFY(!item.contains(QChar::ReplacementCharacter));
         QVERIFY(QDir(trash.filePath(u"files/"_s + item)).removeRecursively());
         QFile record(trash.filePath(u"info/%1.trashinfo"_s.arg(item)));
         QVERIFY(record.open(QFile::ReadOnly));

@@ -1,5 +1,6 @@
 #include "history/InstallationRecord.h"
 #include "settings/SettingsStore.h"
+#include "tests/faults/Shim.h"
 #include "tests/support/TestHome.h"
 
 #include <QCoreApplication>
@@ -37,6 +38,7 @@ class LinuxSettingsStoreTest : public QObject
 
 private Q_SLOTS:
     void values_areThoseOfQSettings();
+    void records_ofTwoPrograms_areAllKept_data();
     void records_ofTwoPrograms_areAllKept();
     void unreadableStore_isNotWritten();
 };
@@ -68,9 +70,20 @@ void LinuxSettingsStoreTest::values_areThoseOfQSettings()
     QVERIFY(!home.read(file).contains("End"));
 }
 
+void LinuxSettingsStoreTest::records_ofTwoPrograms_areAllKept_data()
+{
+    QTest::addColumn<QString>("system");
+    QTest::newRow("a disk") << QString();
+    QTest::newRow("a disk without locks") << u"no locks"_s;
+}
+
 /// One with a lock of QSettings that a killed program left behind.
 void LinuxSettingsStoreTest::records_ofTwoPrograms_areAllKept()
 {
+    QFETCH(const QString, system);
+    Shim::Report report;
+    Shim::arm({}, &report, system);
+    const auto restore = qScopeGuard([] { Shim::disarm(); });
     constexpr int each = 30;
     const TestHome home;
     home.makeFile(file + u".lock"_s, "1\nbrimvale\nhost\n\n\n");

@@ -10,19 +10,26 @@ class Scene
 public:
     explicit Scene(const QStringList &items);
 
+    // clang-format off
     /// Does what these steps say, with ", " between them:
-    ///     click button        menu quitItem       segment segController 1     open confirmSheet
-    ///     type input a b      key input Return    press Space     to what has the focus
-    ///     focus input         pick frPopup 4      close mWindow   minimize mWindow
-    ///     drop input a b      drag input a        leave input     away            and back again
-    ///     set label a         has a: b            putIntoHome()   clipboard a b   to be pasted
-    ///     remove a            hide a b            b is moved to a, and a link takes its place
+    ///     click button, menu quitItem, segment segController 1, open confirmSheet
+    ///     close mWindow, minimize mWindow
+    ///     shrink mWindow      to its smallest size
+    ///     type input a b, key input Return, set label a, focus input, pick frPopup 4
+    ///     press Space         to what has the focus
+    ///     clipboard a b       is there to paste
+    ///     drop input a b, drag input a
+    ///     leave input         away, and back again
     ///     panel a             the next file dialog gets that, or none
-    ///     tick 50, rest       steps of a bar, and until no bar runs
+    ///     has a: b            putIntoHome()
+    ///     remove a
+    ///     hide a b            b is moved to a, and a link takes its place
+    ///     tick 50             steps of a bar
+    ///     rest                until no bar runs
     ///     card                what is told of the template has come, and is watched from here on
     ///     unread              nothing comes of the reading of a template from here on
-    ///     shrink mWindow      to its smallest size
     ///     launch              everything is new that is not on, shown, unchecked
+    // clang-format on
     /// LIB stands for the library's path. A step that is none, or cannot be done, fails the test.
     void perform(const QString &steps);
 

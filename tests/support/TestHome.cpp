@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -19,6 +21,7 @@ public:
     {
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("LC_ALL", "C.UTF-8"); // the tests expect numbers as they are written there
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
     }
 
@@ -29,6 +32,18 @@ private:
 const Surroundings surroundings;
 
 } // namespace
+
+TestHome::Folder::~Folder()
+{
+    std::error_code error;
+    const std::filesystem::path home = path().toStdString();
+    for (std::filesystem::recursive_directory_iterator all(home, error), end; all != end && !error;
+         all.increment(error)) {
+        if (all->is_directory(error) && !all->is_symlink(error))
+            std::filesystem::permissions(all->path(), std::filesystem::perms::owner_all,
+                                         std::filesystem::perm_options::add, error);
+    }
+}
 
 TestHome::TestHome()
 {

@@ -30,7 +30,14 @@ public:
     [[nodiscard]] QMap<QString, QByteArray> snapshot() const;
 
 private:
-    QTemporaryDir m_folder;
+    /// Open again in the end, so that everything in it can go.
+    struct Folder : QTemporaryDir
+    {
+        ~Folder();
+        Q_DISABLE_COPY_MOVE(Folder)
+        Folder() = default;
+    };
+    Folder m_folder;
 };
 
 /// From now on this process reads and writes its settings in that folder, never in the user's.
