@@ -33,9 +33,9 @@ int renameOverEmptyFile(const Stamp &item, const Place &from, const Place &to)
     FileDescriptor empty(::openat(to.folder, target,
                                   O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
                                   S_IRUSR | S_IWUSR));
+    if (!empty && errno == EEXIST)
+        return EEXIST;
     int error = empty ? empty.close() : errno; // some disks replace no file that is open
-    if (error == EEXIST)
-        return error;
     if (error == 0 && !isEmpty())
         error = EEXIST;
     if (error == 0 && ::renameat(from.folder, from.name.constData(), to.folder, target) != 0)

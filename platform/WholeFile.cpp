@@ -198,9 +198,11 @@ Outcome takePlaceOf(const Target &original, const Temporary &temporary)
         return failure(u"cannot name it"_s, error);
     // What came out is what was read, or goes back; and it is not gone before the new file's name
     // is on the disk.
-    const bool isSame = FileTree::stampAt(temporary.place(), &found) == 0 &&
-                        found.hasSameContent(original.version());
-    Outcome done = isSame ? flushName(place) : anothersVersion();
+    error = FileTree::stampAt(temporary.place(), &found);
+    const bool isSame = error == 0 && found.hasSameContent(original.version());
+    Outcome done = error != 0 ? failure(u"cannot find the old one"_s, error)
+                   : isSame   ? flushName(place)
+                              : anothersVersion();
     if (done && ::unlinkat(place.folder, temporary.place().name.constData(), 0) != 0) {
         error = errno;
         if (FileTree::stampAt(temporary.place(), &found) != ENOENT)
@@ -216,7 +218,7 @@ Outcome takePlaceOf(const Target &original, const Temporary &temporary)
         if (FileTree::renameExclusively(temporary.place(), aside) == 0)
             return Failure{done.reason() + u"; another version remains as "_s +
                                QFile::decodeName(aside.name),
-                           done.isOutdated()};
+                           done.isOutdated() && !temporary.isAt(place)};
     }
     return done;
 }
