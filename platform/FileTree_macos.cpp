@@ -151,7 +151,9 @@ int flushFile(int file)
     // fsync alone stops at the drive's own memory. A volume that cannot flush a folder says so.
     if (::fcntl(file, F_FULLFSYNC) != -1)
         return 0;
-    return !isUnsupported(errno) || (::fsync(file) != 0 && !isUnsupported(errno)) ? errno : 0;
+    if (!isUnsupported(errno))
+        return errno;
+    return ::fsync(file) == 0 || isUnsupported(errno) ? 0 : errno;
 }
 
 } // namespace FileTree::Native
